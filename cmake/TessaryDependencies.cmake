@@ -1,0 +1,34 @@
+# Everything comes from Debian's packages; docs/dependencies.md says what each is for.
+find_package(PkgConfig REQUIRED)
+find_package(RapidJSON REQUIRED)
+find_package(CLI11 REQUIRED)
+find_package(ICU 72 REQUIRED COMPONENTS i18n uc data)
+pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
+pkg_check_modules(PANGO REQUIRED IMPORTED_TARGET pangoft2 harfbuzz fontconfig)
+pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo cairo-ft cairo-pdf)
+pkg_check_modules(PIXMAN REQUIRED IMPORTED_TARGET pixman-1 libpng zlib freetype2)
+pkg_check_modules(DEFLATE REQUIRED IMPORTED_TARGET libdeflate)
+if(TESSARY_TESTS)
+  find_package(GTest REQUIRED)
+  include(GoogleTest)
+endif()
+if(TESSARY_BENCHMARKS)
+  find_package(benchmark REQUIRED)
+endif()
+
+# ICU, Cairo and the C++ library are linked into the program itself: their thousands of names would
+# else be looked up at every start, and Cairo would bring the X11 libraries, which nothing here calls
+# (docs/dependencies.md has the figures).
+find_library(TESSARY_CAIRO_ARCHIVE libcairo.a REQUIRED)
+find_library(TESSARY_ICU_I18N_ARCHIVE libicui18n.a REQUIRED)
+find_library(TESSARY_ICU_UC_ARCHIVE libicuuc.a REQUIRED)
+find_library(TESSARY_ICU_DATA_ARCHIVE libicudata.a REQUIRED)
+
+add_library(tessary_icu INTERFACE)
+target_link_libraries(tessary_icu INTERFACE "${TESSARY_ICU_I18N_ARCHIVE}" "${TESSARY_ICU_UC_ARCHIVE}"
+                                            "${TESSARY_ICU_DATA_ARCHIVE}")
+
+add_library(tessary_cairo INTERFACE)
+target_include_directories(tessary_cairo SYSTEM INTERFACE ${CAIRO_INCLUDE_DIRS})
+target_link_libraries(tessary_cairo INTERFACE "${TESSARY_CAIRO_ARCHIVE}" PkgConfig::PIXMAN
+                                              PkgConfig::PANGO)

@@ -1,0 +1,17 @@
+# Where the program and its information dictionary go.
+#
+# The build leaves Info.plist beside the program in build/PRESET. An installation keeps the two at a
+# fixed distance, so that the program finds it from its own folder and the prefix can move:
+#
+#     PREFIX/bin/tessary-widgets
+#     PREFIX/share/tessary-widgets/Info.plist
+#
+# Include this after add_subdirectory(src); then `cmake --install build/release --prefix PREFIX`.
+string(REPLACE "&" "&amp;" TESSARY_APP_GROUP_XML "${TESSARY_APP_GROUP}")
+string(REPLACE "<" "&lt;" TESSARY_APP_GROUP_XML "${TESSARY_APP_GROUP_XML}")
+configure_file("${PROJECT_SOURCE_DIR}/data/Info.plist.in" "${PROJECT_BINARY_DIR}/Info.plist" @ONLY)
+
+set_target_properties(tessary-widgets PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}")
+install(TARGETS tessary-widgets RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+install(FILES "${PROJECT_BINARY_DIR}/Info.plist"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/tessary-widgets")

@@ -1,0 +1,1 @@
+// A target of headers alone needs a source to be built from.

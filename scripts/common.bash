@@ -1,0 +1,37 @@
+# What the scripts share. Source it first; it moves to the project's root.
+#
+#     source "$(dirname "${BASH_SOURCE[0]}")/common.bash"
+#     build developer          # configures where needed, builds build/developer
+shopt -s inherit_errexit
+script=$(realpath "$0")
+cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit
+
+# A headline on standard error, so that it never mixes with a result.
+step() {
+    printf '\n== %s\n' "$*" >&2
+}
+
+fail() {
+    printf '%s: %s\n' "${script##*/}" "$*" >&2
+    exit 1
+}
+
+# Prints the calling script's opening comment, without the marks.
+usage() {
+    sed -n '2,/^[^#]/{ s/^# \{0,1\}//p }' "$script"
+}
+
+# Ninja configures again by itself when a CMake file changes, but not when the presets do.
+configure() {
+    local preset=$1
+    local stamp=build/$preset/build.ninja
+    if [[ ! -e $stamp || CMakePresets.json -nt $stamp ]]; then
+        cmake --preset "$preset"
+    fi
+}
+
+build() {
+    local preset=$1
+    configure "$preset"
+    cmake --build --preset "$preset"
+}
