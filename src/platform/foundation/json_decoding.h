@@ -1,0 +1,202 @@
+// Strict JSON decoding into records, by the field table that stands below each record.
+//
+// The record is the schema: a member's type says what the value must be, `std::optional` that the
+// key may be missing or null. The same table prints a record (json_writing.h).
+//
+//     struct Sample { std::int64_t t{}; double v{}; bool operator==(const Sample&) const = default;
+//     }; template <> inline constexpr auto fieldsOf<Sample> =
+//         std::tuple{Field{"t", &Sample::t}, Field{"v", &Sample::v}};
+//
+//     decodeJSON<Sample>(R"({"t": 3e2, "v": 1.5})").value()      // Sample{300, 1.5}
+//     decodeJSON<Sample>(R"({"t": 1.5, "v": 1.5})").fault()      // /t: expected a 64-bit integer,
+//     found 1.5
+//
+// Members are std::int64_t, double, bool, std::string, records with a table of at most 64 fields,
+// std::vector of any of these but bool, and std::optional of any of all these.
+//
+// Rules: RFC 8259 to the letter, checked for the whole text, unknown keys' values included; UTF-8
+// valid, surrogate escapes paired, no byte order mark, nothing but white space after the value,
+// nesting at most 512 deep. Keys match exactly and come in any order; of a repeated key the first
+// counts; unknown keys are ignored. A number is an integer when its value is (300.0, 3e2), read
+// exactly; a double takes any number that does not overflow, and is zero for one too small for it.
+#pragma once
+
+#include <array>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace tessary::foundation {
+
+/// One row of a field table: a JSON key and the member it fills.
+template <class Record, class Value>
+struct Field {
+    std::string_view key{};
+    Value Record::*member{};
+};
+template <class Record, class Value>
+Field(const char*, Value Record::*) -> Field<Record, Value>;
+
+/// Specialise with a std::tuple of Field, one a member, in file order.
+template <class Record>
+inline constexpr auto fieldsOf = std::tuple<>{};
+
+/// A type with a field table.
+template <class Type>
+concept TableRecord = std::tuple_size_v<std::remove_cvref_t<decltype(fieldsOf<Type>)>> >
+0;
+
+/// Why a text did not decode.
+struct DecodingFault {
+    std::string path{};      ///< JSON pointer of the value at fault; empty for the whole text
+    std::string expected{};  ///< what should have stood there: "a 64-bit integer", "true or false"
+    std::string found{};   ///< what stood there, shortened to one line: "300.5", "null", "nothing"
+    std::size_t offset{};  ///< bytes from the start of the text to where it was noticed
+
+    /// "/pins/2/authExpired: expected true or false, found 0"
+    std::string message() const;
+    bool operator==(const DecodingFault&) const = default;
+};
+
+/// A decoded record, or the reason why there is none.
+template <class Record>
+class Decoded {
+public:
+    Decoded(Record record) : result_(std::move(record)) {}
+    Decoded(DecodingFault fault) : result_(std::move(fault)) {}
+
+    explicit operator bool() const { return result_.index() == 0; }
+    const Record& value() const& { return std::get<0>(result_); }
+    Record&& value() && { return std::get<0>(std::move(result_)); }
+    const DecodingFault& fault() const { return std::get<1>(result_); }
+
+private:
+    std::variant<Record, DecodingFault> result_;
+};
+
+/// What one compiled decoder needs to know of all types: field tables with the types taken away.
+namespace shapes {
+
+enum class Kind { integer, number, flag, text, list, record };
+
+struct Shape;
+
+/// A member of a record. `open` makes an optional present and tells where the value goes.
+struct Member {
+    std::string_view key{};
+    const Shape* shape{};
+    bool required{};
+    void* (*open)(void* record){};
+};
+
+/// How a value is filled. A list has an element shape and `append`, a record its members.
+struct Shape {
+    Kind kind{};
+    std::span<const Member> members{};
+    const Shape* element{};
+    void* (*append)(void* list){};
+};
+
+template <class Type>
+struct Layers {
+    using Value = Type;
+    static constexpr bool isOptional = false;
+};
+template <class Type>
+struct Layers<std::optional<Type>> {
+    using Value = Type;
+    static constexpr bool isOptional = true;
+};
+
+template <class Type>
+struct Maker;
+
+template <class Type>
+inline constexpr Shape shapeOf = Maker<Type>::make();
+
+template <>
+struct Maker<std::int64_t> {
+    static constexpr Shape make() { return {.kind = Kind::integer}; }
+};
+template <>
+struct Maker<double> {
+    static constexpr Shape make() { return {.kind = Kind::number}; }
+};
+template <>
+struct Maker<bool> {
+    static constexpr Shape make() { return {.kind = Kind::flag}; }
+};
+template <>
+struct Maker<std::string> {
+    static constexpr Shape make() { return {.kind = Kind::text}; }
+};
+
+template <class Element>
+struct Maker<std::vector<Element>> {
+    static_assert(!Layers<Element>::isOptional && !std::same_as<Element, bool>,
+                  "the elements of a list cannot be optional or flags");
+    static void* append(void* list) {
+        return &static_cast<std::vector<Element>*>(list)->emplace_back();
+    }
+    static constexpr Shape make() {
+        return {.kind = Kind::list, .element = &shapeOf<Element>, .append = &append};
+    }
+};
+
+template <class Record>
+struct Maker {
+    static_assert(TableRecord<Record>, "the type has no field table");
+    static constexpr std::size_t count = std::tuple_size_v<decltype(fieldsOf<Record>)>;
+    static_assert(count <= 64, "a record has at most 64 fields");
+
+    template <std::size_t index>
+    using Member = std::remove_reference_t<decltype(std::declval<Record&>().*
+                                                    std::get<index>(fieldsOf<Record>).member)>;
+
+    template <std::size_t index>
+    static void* open(void* record) {
+        auto& member = static_cast<Record*>(record)->*std::get<index>(fieldsOf<Record>).member;
+        if constexpr (Layers<Member<index>>::isOptional) return &member.emplace();
+        return &member;
+    }
+
+    template <std::size_t... index>
+    static constexpr std::array<shapes::Member, count> list(std::index_sequence<index...>) {
+        return {shapes::Member{
+            .key = std::get<index>(fieldsOf<Record>).key,
+            .shape = &shapeOf<typename Layers<Member<index>>::Value>,
+            .required = !Layers<Member<index>>::isOptional,
+            .open = &open<index>,
+        }...};
+    }
+    static constexpr auto members = list(std::make_index_sequence<count>{});
+
+    static constexpr Shape make() { return {.kind = Kind::record, .members = members}; }
+};
+
+/// Fills `record`, which must be of the type that `shape` describes; on a fault it is left half
+/// filled.
+std::optional<DecodingFault> decode(std::string_view text, const Shape& shape, void* record);
+
+}  // namespace shapes
+
+/// Decodes one record from a whole text. Bad input never throws and never recurses. Beside the
+/// record itself it takes memory for the longest text value.
+template <TableRecord Record>
+Decoded<Record> decodeJSON(std::string_view text) {
+    Record record{};
+    if (auto fault = shapes::decode(text, shapes::shapeOf<Record>, &record))
+        return *std::move(fault);
+    return record;
+}
+
+}  // namespace tessary::foundation

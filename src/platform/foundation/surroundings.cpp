@@ -1,0 +1,23 @@
+#include "platform/foundation/surroundings.h"
+
+#include <utility>
+
+namespace tessary::foundation {
+
+namespace {
+
+Surroundings& current() {
+    static Surroundings value;
+    return value;
+}
+
+}  // namespace
+
+const Surroundings& surroundings() { return current(); }
+
+ScopedSurroundings::ScopedSurroundings(Surroundings surroundings)
+    : former_(std::exchange(current(), std::move(surroundings))) {}
+
+ScopedSurroundings::~ScopedSurroundings() { current() = std::move(former_); }
+
+}  // namespace tessary::foundation

@@ -1,0 +1,49 @@
+// What the process stands in: the clock, the information dictionary, the containers, the locale.
+//
+// A host sets them once, before its first request; providers, the snapshot store and locale texts
+// read them. Views and display states read none of it.
+//
+//     const ScopedSurroundings fixed{{.clock = [] { return Date{1731772840}; }}};
+//     surroundings().clock()                                   // Date{1731772840}
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/foundation/date.h"
+#include "platform/foundation/group_containers.h"
+#include "platform/foundation/user_locale.h"
+
+namespace tessary::foundation {
+
+/// All functions are called from any thread, several at a time.
+struct Surroundings {
+    Clock clock{wallClock};
+    /// The text under a key of the main bundle's information dictionary; none where it has none.
+    std::function<std::optional<std::string>(std::string_view key)> information{
+        [](std::string_view) { return std::nullopt; }};
+    /// The folder that a group shares; none where there is none.
+    std::function<std::optional<std::filesystem::path>(std::string_view group)> container{
+        groupContainer};
+    UserLocale locale{};
+};
+
+/// Those in force. Never changed while a request runs.
+const Surroundings& surroundings();
+
+/// Puts surroundings in force until it goes, then the former ones again.
+class ScopedSurroundings {
+public:
+    explicit ScopedSurroundings(Surroundings surroundings);
+    ~ScopedSurroundings();
+    ScopedSurroundings(const ScopedSurroundings&) = delete;
+    ScopedSurroundings& operator=(const ScopedSurroundings&) = delete;
+
+private:
+    Surroundings former_;
+};
+
+}  // namespace tessary::foundation
