@@ -1,0 +1,72 @@
+// Setting type: texts become glyphs, with the typeface that stands in for the system font.
+//
+// The stand-in is scaled so that its capitals are as tall as the system font's; the rounded design
+// is its light weight with round strokes added. What it lacks (other scripts, emoji) comes from the
+// machine's fonts, which are looked at only when a text needs them.
+//
+//     PangoTypesetter typesetter{"en_US"};
+//     typesetter.width("Alarms firing", Font::system(11, Weight::medium))     // about 69 points
+//     typesetter.line("Alarms firing", Font::system(11)).runs                 // what a painter
+//     draws
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/views/path.h"
+#include "platform/views/typesetter.h"
+
+struct _PangoFont;
+struct _cairo_font_face;
+
+namespace tessary::drawing {
+
+/// One glyph of a run; its origin in points from the left end of the line's baseline.
+struct Glyph {
+    std::uint32_t index{};
+    views::Point origin{};
+};
+
+/// Glyphs of one font, in the order in which they stand from left to right.
+struct GlyphRun {
+    _PangoFont* font{};  ///< owned by the typesetter
+    double size{};       ///< of the font, in points
+    double stroke{};     ///< width of a round stroke that is added to the outlines, in points
+    bool colored{};      ///< glyphs bring colours of their own, as emoji do
+    std::vector<Glyph> glyphs{};
+};
+
+struct GlyphLine {
+    double width{};  ///< points
+    std::vector<GlyphRun> runs{};
+};
+
+/// Measures and sets type, remembering each line. For one thread at a time.
+class PangoTypesetter final : public views::Typesetter {
+public:
+    /// `locale` ("ja_JP") decides between regional forms of the same characters.
+    explicit PangoTypesetter(std::string_view locale);
+    ~PangoTypesetter() override;
+
+    double width(std::string_view line, const views::Font& font) override;
+    std::vector<views::Cluster> clusters(std::string_view line, const views::Font& font) override;
+    views::Size symbolSize(std::string_view name, const views::Font& font) override;
+
+    /// The glyphs of a line. The reference holds until the typesetter goes.
+    const GlyphLine& line(std::string_view text, const views::Font& font);
+
+    /// The outlines of a run, from the left end of the line's baseline; empty for a coloured one.
+    views::Path outline(const GlyphRun& run) const;
+
+    /// The run's font for Cairo; the typesetter keeps it.
+    _cairo_font_face* face(const GlyphRun& run);
+
+private:
+    class Shaper;
+    std::unique_ptr<Shaper> shaper_;
+};
+
+}  // namespace tessary::drawing

@@ -1,0 +1,33 @@
+// Phase 4 of layout: edges move to pixels. Sizes follow from their edges, so that what touches
+// still touches and a gap of whole points stays what it is.
+#include <cmath>
+
+#include "platform/views/layout.h"
+
+namespace tessary::views {
+
+namespace {
+
+/// Sums of lengths differ in their last digits; an edge this close to the middle between two pixels
+/// counts as lying in the middle. In pixels.
+constexpr double noise = 1e-6;
+
+}  // namespace
+
+double PixelGrid::snap(double edge) const {
+    return std::floor(edge * scale_ + 0.5 + noise) / scale_;
+}
+
+Rect PixelGrid::snap(const Rect& rect) const {
+    const Point origin{snap(rect.minX()), snap(rect.minY())};
+    return {origin, {snap(rect.maxX()) - origin.x, snap(rect.maxY()) - origin.y}};
+}
+
+PlacedNode rounded(const PlacedNode& node, const PixelGrid& grid) {
+    PlacedNode result{node.kind, grid.snap(node.frame), node.accent, node.content};
+    result.children.reserve(node.children.size());
+    for (const PlacedNode& child : node.children) result.children.push_back(rounded(child, grid));
+    return result;
+}
+
+}  // namespace tessary::views

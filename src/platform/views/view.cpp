@@ -1,0 +1,103 @@
+#include "platform/views/view.h"
+
+#include <limits>
+
+namespace tessary::views {
+
+namespace nodes {
+
+// Written out, not defaulted: clang 14 cannot default them for members that hold views themselves.
+static bool operator==(const Group& a, const Group& b) { return a.children == b.children; }
+static bool operator==(const Stack& a, const Stack& b) {
+    return a.axis == b.axis && a.alignment == b.alignment && a.spacing == b.spacing &&
+           a.children == b.children;
+}
+static bool operator==(const Layers& a, const Layers& b) {
+    return a.alignment == b.alignment && a.children == b.children;
+}
+static bool operator==(const Modified& a, const Modified& b) {
+    return a.modifier == b.modifier && a.child == b.child;
+}
+
+}  // namespace nodes
+
+FlexibleFrame FlexibleFrame::unbounded(Alignment alignment) {
+    FlexibleFrame frame = unboundedWidth(alignment);
+    frame.maxHeight = frame.maxWidth;
+    return frame;
+}
+FlexibleFrame FlexibleFrame::unboundedWidth(Alignment alignment) {
+    FlexibleFrame frame;
+    frame.maxWidth = std::numeric_limits<double>::infinity();
+    frame.alignment = alignment;
+    return frame;
+}
+
+bool operator==(const View& a, const View& b) { return a.node_ == b.node_; }
+
+View View::modified(nodes::Modifier modifier) const {
+    return View{Node{nodes::Modified{*this, std::move(modifier)}}};
+}
+View View::changed(EnvironmentChange change) const { return modified(std::move(change)); }
+
+View View::font(Font font) const { return changed({.font = font}); }
+View View::weight(Weight weight) const { return changed({.weight = weight}); }
+View View::monospacedDigits() const { return changed({.monospacedDigits = true}); }
+View View::foreground(Color color) const { return changed({.foreground = color}); }
+View View::lineLimit(int lines) const { return changed({.lineLimit = std::max(lines, 1)}); }
+View View::truncation(Truncation mode) const { return changed({.truncation = mode}); }
+View View::minimumScale(double factor) const { return changed({.minimumScale = factor}); }
+View View::opacity(double factor) const { return changed({.opacity = factor}); }
+View View::colorScheme(ColorScheme scheme) const { return changed({.colorScheme = scheme}); }
+View View::redacted(RedactionReasons reasons) const { return changed({.redaction = reasons}); }
+View View::unredacted() const { return changed({.redaction = RedactionReasons{}}); }
+View View::accentable() const { return changed({.accent = true}); }
+
+View View::frame(FixedFrame frame) const { return modified(frame); }
+View View::frame(FlexibleFrame frame) const { return modified(frame); }
+View View::fixedSize(bool horizontal, bool vertical) const {
+    return modified(nodes::FixedSize{horizontal, vertical});
+}
+View View::padding(EdgeInsets insets) const { return modified(nodes::Padding{insets}); }
+View View::containerBackground(Color color) const {
+    return modified(nodes::ContainerBackground{color});
+}
+View View::widgetURL(std::string url) const { return modified(nodes::WidgetURL{std::move(url)}); }
+
+namespace {
+
+template <class Node>
+View made(Node node) {
+    return View{View::Node{std::move(node)}};
+}
+
+}  // namespace
+
+View Text(std::string content) { return made(nodes::Text{std::move(content)}); }
+View Image(std::string symbol) { return made(nodes::Image{std::move(symbol)}); }
+View Label(std::string title, std::string symbol) {
+    return made(nodes::Label{std::move(title), std::move(symbol)});
+}
+View Spacer(double minLength) { return made(nodes::Spacer{minLength}); }
+View Rectangle(std::optional<Color> color) {
+    return made(nodes::Shape{nodes::Shape::Kind::rectangle, color});
+}
+View Circle(std::optional<Color> color) {
+    return made(nodes::Shape{nodes::Shape::Kind::circle, color});
+}
+View PaintedPath(Path path, Paint paint) {
+    return made(nodes::PaintedPath{std::move(path), std::move(paint)});
+}
+
+View Group(std::vector<View> children) { return made(nodes::Group{std::move(children)}); }
+View VStack(Alignment alignment, double spacing, std::vector<View> children) {
+    return made(nodes::Stack{Axis::vertical, alignment.horizontal, spacing, std::move(children)});
+}
+View HStack(Alignment alignment, double spacing, std::vector<View> children) {
+    return made(nodes::Stack{Axis::horizontal, alignment.vertical, spacing, std::move(children)});
+}
+View ZStack(Alignment alignment, std::vector<View> children) {
+    return made(nodes::Layers{alignment, std::move(children)});
+}
+
+}  // namespace tessary::views

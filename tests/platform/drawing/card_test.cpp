@@ -1,0 +1,104 @@
+#include "platform/drawing/card.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <tuple>
+
+namespace tessary::drawing {
+namespace {
+
+using views::Path;
+using views::Point;
+using views::Rect;
+using Verb = views::PathCommand::Verb;
+
+constexpr Rect cards[] = {
+    {{0, 0}, {164, 164}}, {{3, 5}, {344, 164}}, {{0, 0}, {164, 50}}, {{1, 1}, {60, 61}},
+    {{0, 0}, {45, 44}},   {{0, 0}, {10, 90}},   {{7, 7}, {1, 1}},
+};
+
+std::vector<Point> points(const Path& path) {
+    std::vector<Point> result;
+    for (const auto& [verb, to, control1, control2] : path.commands()) {
+        if (verb == Verb::curve) result.insert(result.end(), {control1, control2});
+        if (verb != Verb::close) result.push_back(to);
+    }
+    return result;
+}
+
+TEST(Card, StaysInsideItsRectangleAndReachesItsSides) {
+    for (const Rect& card : cards) {
+        for (const double radius : {0.0, 0.5, 22.0, 1e6}) {
+            double left = 1e9, right = -1e9, top = 1e9, bottom = -1e9;
+            for (const Point& p : points(continuousRectangle(card, radius))) {
+                left = std::min(left, p.x), right = std::max(right, p.x);
+                top = std::min(top, p.y), bottom = std::max(bottom, p.y);
+            }
+            EXPECT_NEAR(left, card.minX(), 1e-9) << radius;
+            EXPECT_NEAR(right, card.maxX(), 1e-9) << radius;
+            EXPECT_NEAR(top, card.minY(), 1e-9) << radius;
+            EXPECT_NEAR(bottom, card.maxY(), 1e-9) << radius;
+        }
+    }
+}
+
+TEST(Card, IsItsOwnMirrorImage) {
+    const auto sorted = [](const Path& path) {
+        std::vector<std::pair<long, long>> result;
+        for (const Point& p : points(path))
+            result.emplace_back(std::lround(p.x * 1e6), std::lround(p.y * 1e6));
+        std::sort(result.begin(), result.end());
+        result.erase(std::unique(result.begin(), result.end()), result.end());
+        return result;
+    };
+    for (const Rect& card : cards) {
+        const Path outline = continuousRectangle(card, 22);
+        EXPECT_EQ(sorted(outline), sorted(outline.transformed(-1, 1, {2 * card.midX(), 0})));
+        EXPECT_EQ(sorted(outline), sorted(outline.transformed(1, -1, {0, 2 * card.midY()})));
+    }
+}
+
+/// How much a curve bends at its start and at its end, as 1 / radius.
+std::pair<double, double> bends(Point from, const views::PathCommand& curve) {
+    const auto bend = [](Point a, Point b, Point c) {
+        const double handle = std::hypot(b.x - a.x, b.y - a.y);
+        const double cross = (b.x - a.x) * (c.y - b.y) - (b.y - a.y) * (c.x - b.x);
+        return 2.0 / 3 * cross / std::pow(handle, 3);
+    };
+    return {bend(from, curve.control1, curve.control2),
+            -bend(curve.to, curve.control2, curve.control1)};
+}
+
+TEST(Card, BendsWithoutAJumpUpToItsRadius) {
+    for (const Rect& card : {cards[0], cards[1], cards[2], cards[3]}) {
+        double before = 0;
+        Point from;
+        int arcs = 0;
+        const Path outline = continuousRectangle(card, 22);
+        for (const views::PathCommand& command : outline.commands()) {
+            const bool curve = command.verb == Verb::curve;
+            const auto [start, end] = curve ? bends(from, command) : std::pair{0.0, 0.0};
+            EXPECT_NEAR(start * 22, before * 22, 0.02);
+            before = end;
+            from = command.to;
+            arcs += std::abs(start * 22 - 1) < 0.02 && std::abs(end * 22 - 1) < 0.02;
+        }
+        EXPECT_EQ(arcs, 4);
+    }
+}
+
+TEST(Card, HasNoCornersToRoundWithoutAnArea) {
+    for (const Rect& card : {Rect{}, Rect{{1, 2}, {30, 0}}, Rect{{1, 2}, {0, 30}}})
+        for (const Point& p : points(continuousRectangle(card, 22)))
+            EXPECT_TRUE((p.x == card.minX() || p.x == card.maxX()) &&
+                        (p.y == card.minY() || p.y == card.maxY()));
+    for (double scale = 1; scale <= 4; scale += 0.25) {
+        const views::DisplayList list{.size = {164.3, 50.1}, .scale = scale};
+        EXPECT_EQ(pixelSize(list), (PixelSize{static_cast<int>(std::floor(164.3 * scale + 0.5)),
+                                              static_cast<int>(std::floor(50.1 * scale + 0.5))}));
+    }
+}
+
+}  // namespace
+}  // namespace tessary::drawing

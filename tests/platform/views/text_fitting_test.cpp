@@ -1,0 +1,163 @@
+#include "platform/views/text_fitting.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+
+#include "platform/views/even_typesetter.h"
+
+namespace tessary::views {
+namespace {
+
+using Lines = std::vector<std::string>;
+using namespace std::string_literals;
+
+constexpr auto ellipsis = "\u2026";
+constexpr double unlimited = std::numeric_limits<double>::infinity();
+
+/// Room in characters by lines.
+FittedText fit(const std::string& text, double characters, double lines = unlimited,
+               TextStyle style = {}) {
+    EvenTypesetter typesetter;
+    style.font = plain;
+    return fitText(text, style, Proposal::points(5 * characters, 11 * lines), typesetter);
+}
+
+std::string trimmed(std::string text, bool atEnd) {
+    const auto at = atEnd ? text.find_last_not_of(' ') + 1 : text.find_first_not_of(' ');
+    return atEnd ? text.substr(0, at) : at == std::string::npos ? "" : text.substr(at);
+}
+
+bool endsCut(const FittedText& fitted) { return fitted.lines.back().ends_with(ellipsis); }
+
+TEST(TextFitting, WrapsAtWordsAndInsideThemOnlyWhereItMust) {
+    const struct {
+        std::string text;
+        double room;
+        Lines lines;
+    } cases[] = {
+        {"one two three", 7, {"one two", "three"}},
+        {"one two three", 6, {"one", "two", "three"}},
+        {"orders-queue-age", 9, {"orders-", "queue-age"}},
+        {"abcdefgh", 3, {"abc", "def", "gh"}},
+        {"ab cdefghi j", 4, {"ab", "cdef", "ghi", "j"}},
+        {"ab cdefghi j", 5, {"ab", "cdefg", "hi j"}},
+        {"abcd   ef", 4, {"abcd", "ef"}},
+        {"abc", 0, {"a", "b", "c"}},
+        {"e\u0301e\u0301", 1, {"e\u0301", "e\u0301"}},
+        {"", 5, {""}},
+        {"a\n\nb c", 2, {"a", "", "b", "c"}},
+        {"\na\n", 2, {"", "a", ""}},
+    };
+    for (const auto& [text, room, lines] : cases) {
+        const FittedText fitted = fit(text, room);
+        EXPECT_EQ(fitted.lines, lines) << text;
+        EXPECT_DOUBLE_EQ(fitted.size.height, 11.0 * static_cast<double>(lines.size()));
+    }
+    EXPECT_DOUBLE_EQ(fit("one two three", 8).size.width, 35);  // its longest line's, not the room's
+}
+
+TEST(TextFitting, EndsALineAtEveryHardBreakAndDropsOtherControls) {
+    for (const std::string hard : {"\n", "\r", "\r\n", "\v", "\f", "\u0085", "\u2028", "\u2029"}) {
+        EXPECT_EQ(fit("ab" + hard + "cd", unlimited).lines, (Lines{"ab", "cd"}));
+        EXPECT_EQ(fit("ab" + hard + hard + "cd", 2).lines, (Lines{"ab", "", "cd"}));
+    }
+    EXPECT_EQ(fit("ab\n\rcd", 9).lines, (Lines{"ab", "", "cd"}));
+    EXPECT_EQ(fit("a\tb\0c\x1B[31m\x7F\u0080\u009F\u00A0d"s, 20).lines, Lines{"a bc[31m\u00A0d"});
+    for (char c = 0; c < '\t'; ++c) EXPECT_EQ(fit({'a', c, 'b'}, 9).lines, Lines{"ab"});
+    for (char c = '\r' + 1; c < ' '; ++c) EXPECT_EQ(fit({'a', c, 'b'}, 9).lines, Lines{"ab"});
+}
+
+TEST(TextFitting, CutsAtEveryWidth) {
+    const std::string text = "the quick-brown fox  jumps over";
+    const std::size_t length = text.size();
+    for (double room = 0; room < static_cast<double>(length) + 2; room += 0.1) {
+        const auto cut = [&](Truncation mode) {
+            return fit(text, room, 1, {.lineLimit = 1, .truncation = mode}).lines[0];
+        };
+        const auto kept = static_cast<std::size_t>(std::max(room + 1e-9 - 1, 0.0));
+        const bool whole = kept + 1 >= length;
+        const std::string start = trimmed(text.substr(0, kept - kept / 2), true);
+        const std::string end = trimmed(text.substr(length - std::min(length, kept / 2)), false);
+        EXPECT_EQ(cut(Truncation::tail),
+                  whole ? text : trimmed(text.substr(0, kept), true) + ellipsis);
+        EXPECT_EQ(cut(Truncation::middle), whole ? text : start + ellipsis + end) << room;
+    }
+}
+
+TEST(TextFitting, CutsTheLastLineThatLimitAndHeightAllow) {
+    const std::string text = "aaa bbb ccc ddd eee fff ggg";
+    for (int limit = 1; limit <= 9; ++limit) {
+        for (double height = 0; height < 9; height += 0.25) {
+            const FittedText fitted = fit(text, 3, height, {.lineLimit = limit});
+            const int most = std::min({7, limit, std::max(1, static_cast<int>(height))});
+            ASSERT_EQ(fitted.lines.size(), static_cast<std::size_t>(most));
+            ASSERT_EQ(endsCut(fitted), most < 7) << limit << " lines, height " << height;
+        }
+    }
+    EXPECT_EQ(fit("aaa bbb ccc ddd", 8, 2, {.truncation = Truncation::middle}).lines,
+              (Lines{"aaa bbb", "ccc ddd"}));
+    EXPECT_EQ(fit("aaa bbb ccc dddd", 7, 2, {.truncation = Truncation::middle}).lines,
+              (Lines{"aaa bbb", "ccc\u2026ddd"}));
+    EXPECT_EQ(fit("aa\nbb\ncc\ndd", 20, 2).lines, (Lines{"aa", "bb cc dd\u2026"}));
+}
+
+TEST(TextFitting, ShrinksALineToTheLargestScaleThatFits) {
+    for (const std::string text : {"12345678901234567890", "1234567890 234567890   "}) {
+        for (const double least : {1.0, 0.9, 0.5}) {
+            for (double room = 2; room <= 22; room += 0.125) {
+                const FittedText fitted =
+                    fit(text, room, 0.2, {.lineLimit = 1, .minimumScale = least});
+                const bool whole = room / 20 >= least;
+                ASSERT_NEAR(fitted.scale, std::clamp(room / 20, least, 1.0), 1e-5) << text << room;
+                ASSERT_EQ(endsCut(fitted), !whole) << room;
+                ASSERT_LE(fitted.size.width, 5 * room + 1e-3);
+                ASSERT_NEAR(fitted.size.height, 11 * fitted.scale, 1e-9);
+            }
+        }
+    }
+}
+
+TEST(TextFitting, ShrinksSeveralLinesToTheLargestScaleThatFits) {
+    const std::string text = "orders-queue-age is too old again";
+    const auto fits = [&](double scale, double room, double height) {
+        return !endsCut(fit(text, room / scale, height / scale));
+    };
+    for (double room = 4; room < 40; room += 0.7) {
+        for (double height = 1; height < 7; height += 0.3) {
+            const FittedText fitted = fit(text, room, height, {.minimumScale = 0.4});
+            ASSERT_GE(fitted.scale, 0.4);
+            ASSERT_EQ(endsCut(fitted), !fits(0.4, room, height)) << room << " x " << height;
+            ASSERT_LE(fitted.size.width, 5 * room + 1e-3);
+            if (fitted.scale == 1 || endsCut(fitted)) continue;
+            ASSERT_FALSE(fits(fitted.scale * 1.0005, room, height)) << room << " x " << height;
+            ASSERT_LE(fitted.size.height, 11 * height + 0.1);
+        }
+    }
+}
+
+TEST(TextFitting, MeasuresLittleOfAHugeText) {
+    constexpr std::size_t megabyte = 1U << 20U;
+    std::string words, wide;
+    while (words.size() < megabyte) words += "some words ";
+    while (wide.size() < megabyte) wide += "\u20AC";
+    for (const std::string& text : {std::string(megabyte, 'x'), std::string(megabyte, '\n'), words,
+                                    "a" + wide, "ab" + wide, wide}) {
+        for (const Truncation mode : {Truncation::tail, Truncation::middle}) {
+            EvenTypesetter typesetter;
+            const TextStyle style{plain, 3, mode, 0.5};
+            const auto room = Proposal::points(132, 132);
+            const auto last = fitText("<" + text + ">", style, room, typesetter).lines.back();
+            EXPECT_NE(last.find(ellipsis), std::string::npos);
+            EXPECT_EQ(last.ends_with('>'), mode == Truncation::middle);
+            EXPECT_LT(last.size(), 200U);
+            EXPECT_LT(typesetter.measuredBytes, megabyte);
+        }
+        const Lines all = fit("<" + text + ">", unlimited).lines;
+        EXPECT_TRUE(all.front().starts_with('<') && all.back().ends_with('>'));
+        EXPECT_TRUE(std::all_of(all.begin(), all.end(), foundation::isUTF8));
+    }
+}
+
+}  // namespace
+}  // namespace tessary::views
