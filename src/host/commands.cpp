@@ -1,0 +1,241 @@
+#include "host/commands.h"
+
+#include <algorithm>
+#include <exception>
+#include <iostream>
+#include <unistd.h>
+
+#include "host/output.h"
+#include "host/widget_host.h"
+#include "host/widget_lookup.h"
+#include "platform/foundation/json_writing.h"
+
+namespace tessary::host {
+
+using foundation::Date;
+using foundation::JSONWriter;
+using foundation::name;
+using widgets::Timeline;
+using widgets::WidgetConfiguration;
+using widgets::WidgetEntry;
+
+namespace {
+
+constexpr int done = 0;
+constexpr int failed = 1;
+constexpr int wrongCall = 2;
+
+/// One line, whatever the words of the call hold that it names.
+int report(int status, std::string message) {
+    const auto isControl = [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; };
+    std::replace_if(message.begin(), message.end(), isControl, ' ');
+    std::cerr << "tessary-widgets: " << message << '\n';
+    return status;
+}
+
+int print(const std::string& text) {
+    const auto fault = writeStandardOutput(text);
+    return fault ? report(failed, *fault) : done;
+}
+
+void write(JSONWriter& json, const WidgetConfiguration& widget) {
+    std::vector<std::string> families;
+    for (const auto family : widget.families) families.emplace_back(name(family));
+    json.object([&] {
+        json.member("kind", widget.kind);
+        json.member("configuration", widget.intent ? "intent" : "static");
+        json.member("intent", widget.intent ? std::optional{widget.intent->title} : std::nullopt);
+        json.member("displayName", widget.displayName);
+        json.member("description", widget.text);
+        json.member("families", families);
+    });
+}
+
+std::string listAsJSON(const std::vector<WidgetConfiguration>& widgets) {
+    JSONWriter json{JSONWriter::Style::indented};
+    json.object([&] {
+        json.member("bundle", "TessaryWidgets");
+        json.key("widgets").array([&] {
+            for (const WidgetConfiguration& widget : widgets) write(json, widget);
+        });
+    });
+    return json.text() + "\n";
+}
+
+std::string listAsText(const std::vector<WidgetConfiguration>& widgets) {
+    std::string text;
+    for (const WidgetConfiguration& widget : widgets) {
+        std::string sizes;
+        for (const auto family : widget.families)
+            sizes += (sizes.empty() ? "" : ", ") + std::string{name(family)};
+        if (!text.empty()) text += '\n';
+        text += widget.displayName + "\n  " + widget.text + "\n  kind           " + widget.kind +
+                "\n  configuration  " +
+                (widget.intent ? "intent \"" + widget.intent->title + "\"" : "static") +
+                "\n  sizes          " + sizes + "\n";
+    }
+    return text;
+}
+
+std::string timelineAsJSON(const std::string& kind, widgets::Request request,
+                           const Timeline<WidgetEntry>& timeline) {
+    JSONWriter json{JSONWriter::Style::indented};
+    json.object([&] {
+        json.member("kind", kind).member("request", name(request));
+        json.key("entries").array([&] {
+            for (const WidgetEntry& entry : timeline.entries) {
+                json.object([&] {
+                    json.member("date", entry.date).key("display");
+                    entry.describe(json);
+                });
+            }
+        });
+        json.key("policy");
+        if (timeline.policy)
+            json.object([&] { json.member("after", timeline.policy->after); });
+        else
+            json.null();
+    });
+    return json.text() + "\n";
+}
+
+/// One line an entry: when, and what its medium size says.
+std::string timelineAsText(const std::string& kind, const Timeline<WidgetEntry>& timeline) {
+    const foundation::UserLocale& locale = foundation::surroundings().locale;
+    PictureOptions options;
+    options.family = widgets::WidgetFamily::systemMedium;
+    options.format = PictureFormat::text;
+    std::string text;
+    for (const WidgetEntry& entry : timeline.entries) {
+        std::string said = picture(kind, entry, options);
+        said.pop_back();
+        text += locale.timestamp(entry.date) + "  ";
+        for (const char c : said) text += c == '\n' ? std::string{" | "} : std::string{c};
+        text += '\n';
+    }
+    if (timeline.policy)
+        text += "next timeline after " + locale.timestamp(timeline.policy->after) + "\n";
+    return text;
+}
+
+std::string entitiesAsText(const std::vector<intents::AppEntity>& entities) {
+    std::string text;
+    for (const intents::AppEntity& entity : entities) {
+        text +=
+            entity.id + "\t" + entity.name + (entity.detail.empty() ? "" : "\t" + entity.detail);
+        text += '\n';
+    }
+    return text;
+}
+
+std::string pinsAsJSON(const intents::WidgetConfigurationIntent& intent,
+                       const std::vector<std::string>& ids) {
+    JSONWriter json{JSONWriter::Style::indented};
+    json.object([&] {
+        json.member("type", intent.entityType);
+        if (!ids.empty()) {
+            json.member("entities", intent.entities(ids));
+            return;
+        }
+        json.member("default", intent.defaultResult());
+        json.member("suggested", intent.suggestedEntities());
+    });
+    return json.text() + "\n";
+}
+
+/// What a widget's configuration holds when a request reaches its provider.
+std::optional<intents::AppEntity> chosen(const intents::WidgetConfigurationIntent& intent,
+                                         const PinChoice& choice) {
+    switch (choice.kind) {
+        case PinChoice::Kind::defaultResult: return intent.defaultResult();
+        case PinChoice::Kind::none: return std::nullopt;
+        case PinChoice::Kind::identifier: break;
+    }
+    return intent.entities({choice.identifier}).front();
+}
+
+struct Runner {
+    int operator()(const Information& information) const { return print(information.text); }
+    int operator()(const UsageFault& fault) const { return report(wrongCall, fault.message); }
+
+    int operator()(const ListCommand& command) const {
+        const auto widgets = shell::TessaryWidgets{}.body();
+        return print(command.json ? listAsJSON(widgets) : listAsText(widgets));
+    }
+
+    int operator()(const TimelineCommand& command) const {
+        return answered(
+            command.widget, command.request, {},
+            [&](const std::string& kind, const Timeline<WidgetEntry>& timeline) {
+                return print(command.json ? timelineAsJSON(kind, command.request.request, timeline)
+                                          : timelineAsText(kind, timeline));
+            });
+    }
+
+    int operator()(const PinsCommand& command) const {
+        const auto widget = findWidget(command.widget);
+        if (!widget || !widget->intent)
+            return report(
+                wrongCall,
+                "'" + command.widget +
+                    "' is no widget of a pin: expected alarm, metric, or a kind identifier");
+        const foundation::ScopedSurroundings scope{surroundingsFor(command.request)};
+        const intents::WidgetConfigurationIntent& intent = *widget->intent;
+        if (command.json) return print(pinsAsJSON(intent, command.ids));
+        return print(entitiesAsText(command.ids.empty() ? intent.suggestedEntities()
+                                                        : intent.entities(command.ids)));
+    }
+
+    int operator()(const RenderCommand& command) const {
+        const PictureOptions& options = command.picture;
+        if (!options.output && isPicture(options.format) && isatty(STDOUT_FILENO) != 0)
+            return report(wrongCall, "a picture is not for a terminal: name a file with --output");
+        return answered(command.widget, command.request, options.family,
+                        [&](const std::string& kind, const Timeline<WidgetEntry>& timeline) {
+                            return rendered(kind, timeline, options);
+                        });
+    }
+
+private:
+    static int rendered(const std::string& kind, const Timeline<WidgetEntry>& timeline,
+                        const PictureOptions& options) {
+        const std::size_t count = timeline.entries.size();
+        if (options.entry >= count)
+            return report(wrongCall, "--entry: '" + std::to_string(options.entry) +
+                                         "' is not the number of an entry, from 0 to " +
+                                         std::to_string(count - 1));
+        const std::string bytes = picture(kind, timeline.entries[options.entry], options);
+        if (!options.output) return print(bytes);
+        const auto fault = writeFile(*options.output, bytes);
+        return fault ? report(failed, *fault) : done;
+    }
+
+    /// Asks the widget in the surroundings of the request and hands on what it answers.
+    template <class Use>
+    static int answered(const std::string& word, const RequestOptions& options,
+                        widgets::WidgetFamily family, const Use& use) {
+        const auto widget = findWidget(word);
+        if (!widget)
+            return report(wrongCall, "unknown widget '" + word +
+                                         "': expected alarms, alarm, metric, or a kind identifier");
+        if (!widget->intent && options.pin != PinChoice{})
+            return report(wrongCall, "--pin and --no-pin are not for '" + word +
+                                         "': expected alarm, metric, or their kind identifiers");
+        const foundation::ScopedSurroundings scope{surroundingsFor(options)};
+        const auto choice = widget->intent ? chosen(*widget->intent, options.pin) : std::nullopt;
+        return use(widget->kind,
+                   widget->answer(options.request, {family, options.preview}, choice));
+    }
+};
+
+}  // namespace
+
+int run(const Call& call) {
+    try {
+        return std::visit(Runner{}, call);
+    } catch (const std::exception& error) {
+        return report(failed, error.what());
+    }
+}
+
+}  // namespace tessary::host

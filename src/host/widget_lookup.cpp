@@ -1,0 +1,18 @@
+#include "host/widget_lookup.h"
+
+namespace tessary::host {
+
+namespace {
+
+/// What a kind is called for short: its last word.
+std::string_view shortName(std::string_view kind) { return kind.substr(kind.rfind('.') + 1); }
+
+}  // namespace
+
+std::optional<widgets::WidgetConfiguration> findWidget(std::string_view word) {
+    for (widgets::WidgetConfiguration& widget : shell::TessaryWidgets{}.body())
+        if (widget.kind == word || shortName(widget.kind) == word) return std::move(widget);
+    return std::nullopt;
+}
+
+}  // namespace tessary::host

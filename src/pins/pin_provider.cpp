@@ -1,0 +1,24 @@
+#include "pins/pin_provider.h"
+
+#include <cmath>
+
+#include "snapshot/pins_snapshot.h"
+
+namespace tessary::pins {
+
+std::int64_t milliseconds(Date date) { return static_cast<std::int64_t>(date.seconds * 1000); }
+
+std::vector<snapshot::SnapshotPoint> sampleSeries(Date now, double amplitude, double level) {
+    constexpr int count = 36;
+    constexpr std::int64_t spacing = 300'000;  // milliseconds
+    const std::int64_t first = milliseconds(now) - (count - 1) * spacing;
+    std::vector<snapshot::SnapshotPoint> points;
+    points.reserve(count);
+    for (int i = 0; i < count; ++i) {
+        const double wave = std::sin(i / 4.0) + 0.5 * std::sin(i / 1.7);
+        points.push_back({first + i * spacing, wave * amplitude + level});
+    }
+    return points;
+}
+
+}  // namespace tessary::pins

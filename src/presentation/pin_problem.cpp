@@ -1,0 +1,29 @@
+#include "presentation/pin_problem.h"
+
+#include "platform/foundation/localized.h"
+#include "presentation/palette.h"
+#include "presentation/relative.h"
+#include "presentation/tight_label.h"
+
+namespace tessary::presentation {
+
+using namespace views;
+using foundation::localized;
+
+View PinProblem::body() const {
+    return notice()
+        .foreground(Palette::warning)
+        .font(Font::system(11, Weight::medium))
+        .lineLimit(1)
+        .labelStyle(TightLabel{});
+}
+
+View PinProblem::notice() const {
+    if (authExpired)
+        return Label(localized("Sign in to ") + profile,
+                     "person.crop.circle.badge.exclamationmark");
+    if (error) return Label(*error, "exclamationmark.triangle.fill");
+    return when(stale, [&] { return Text(localized("Last updated ") + relative(updated, now)); });
+}
+
+}  // namespace tessary::presentation

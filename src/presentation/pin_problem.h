@@ -1,0 +1,29 @@
+// One line at the foot of a pin widget that says why its data is not current.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/foundation/date.h"
+#include "platform/views/view.h"
+
+namespace tessary::presentation {
+
+/// The first that holds of: sign-in expired, an error (even an empty one), stale. Nothing where
+/// none does.
+struct PinProblem {
+    std::string profile{};
+    std::optional<std::string> error{};
+    bool authExpired{};
+    bool stale{};
+    foundation::Date updated{};  ///< when the data was last brought up to date
+    foundation::Date now{};      ///< the date of the entry being rendered
+
+    views::View body() const;
+    bool operator==(const PinProblem&) const = default;
+
+private:
+    views::View notice() const;
+};
+
+}  // namespace tessary::presentation

@@ -1,0 +1,23 @@
+// When data is too old to be shown as current.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+#include "platform/foundation/date.h"
+
+namespace tessary::snapshot {
+
+/// Whether data brought up to date at `updated` is stale at `reference`: older than three of the
+/// host application's refresh intervals, and than `leastLimit` in any case. Both in seconds; an age
+/// of exactly the limit, or a date to come, is not stale.
+///
+///     isStale(Date{0}, 60, 120, Date{180})        // false
+///     isStale(Date{0}, 60, 120, Date{180.001})    // true
+inline bool isStale(foundation::Date updated, std::int64_t intervalSeconds, double leastLimit,
+                    foundation::Date reference) {
+    const double limit = std::max(3 * static_cast<double>(intervalSeconds), leastLimit);
+    return reference - updated > limit;
+}
+
+}  // namespace tessary::snapshot

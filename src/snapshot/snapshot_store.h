@@ -1,0 +1,45 @@
+// The only way to the files that the host application writes.
+//
+// Each call looks up the container, reads one file whole and decodes it. Nothing is cached, written
+// or reported: whatever goes wrong, there is no snapshot, and the widget says what that means.
+//
+//     SnapshotStore::loadAlarms()                              // "widgets/alarms.json"
+//     SnapshotStore::read<MetricPinsSnapshot>("metrics")       // "widgets/metrics.json"
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "snapshot/alarms_snapshot.h"
+
+namespace tessary::snapshot {
+
+/// The newest layout of the files that is understood; a file of a newer one counts as absent.
+inline constexpr std::int64_t supportedSchemaVersion = 1;
+
+/// Callable from any thread.
+struct SnapshotStore {
+    /// The identifier of the application group, from the information dictionary. None where it
+    /// holds no text under "TessaryAppGroup", or one that begins with "." or "$".
+    static std::optional<std::string> appGroup();
+
+    /// The alarms file; none also where its schema version is too new.
+    static std::optional<AlarmsSnapshot> loadAlarms();
+
+    /// The file "widgets/NAME.json", whatever its schema version: the caller judges that.
+    template <class Snapshot>
+    static std::optional<Snapshot> read(std::string_view name) {
+        const std::optional<std::string> bytes = readBytes(name);
+        if (!bytes) return std::nullopt;
+        auto decoded = foundation::decodeJSON<Snapshot>(*bytes);
+        if (!decoded) return std::nullopt;
+        return std::move(decoded).value();
+    }
+
+private:
+    static std::optional<std::string> readBytes(std::string_view name);
+};
+
+}  // namespace tessary::snapshot
