@@ -71,8 +71,8 @@ void strokeRound(cairo_t* cr, double width) {
     cairo_stroke(cr);
 }
 
-void showGlyphs(cairo_t* cr, const GlyphRun& run, PangoTypesetter& typesetter) {
-    cairo_set_font_face(cr, typesetter.face(run));
+void showGlyphs(cairo_t* cr, const GlyphRun& run) {
+    cairo_set_font_face(cr, run.face->cairoFace());
     cairo_set_font_size(cr, run.size);
     std::vector<cairo_glyph_t> glyphs;
     glyphs.reserve(run.glyphs.size());
@@ -133,8 +133,8 @@ private:
     /// A document keeps glyphs, so that its text can be searched.
     void draw(const GlyphRun& run, const Color& color) {
         const bool asGlyphs = run.colored || (medium_ == Medium::document && run.stroke == 0);
-        if (asGlyphs) return showGlyphs(cr_, run, typesetter_);
-        const Path outline = typesetter_.outline(run);
+        if (asGlyphs) return showGlyphs(cr_, run);
+        const Path outline = run.outline();
         if (run.stroke == 0) {
             trace(cr_, outline);
             cairo_fill(cr_);
@@ -255,7 +255,7 @@ Pixels paintPixels(const DisplayList& list, PangoTypesetter& typesetter) {
     return canvas.finished();
 }
 
-GlyphPicture paintGlyphs(const GlyphRun& run, PangoTypesetter& typesetter) {
+GlyphPicture paintGlyphs(const GlyphRun& run) {
     constexpr double scale = 4;  // sharp at the largest scale that a card is drawn at
     const double room = 1.25 * run.size;
     double right = 0;
@@ -265,7 +265,7 @@ GlyphPicture paintGlyphs(const GlyphRun& run, PangoTypesetter& typesetter) {
     Canvas canvas{static_cast<int>(frame.size.width * scale) + 1,
                   static_cast<int>(frame.size.height * scale) + 1, scale};
     cairo_translate(canvas.cr.get(), -frame.minX(), -frame.minY());
-    showGlyphs(canvas.cr.get(), run, typesetter);
+    showGlyphs(canvas.cr.get(), run);
     const PixelSize size{canvas.pixels.width, canvas.pixels.height};
     return {canvas.finished(), {frame.origin, {size.width / scale, size.height / scale}}};
 }

@@ -21,7 +21,7 @@ struct GlyphPicture {
     Pixels pixels{};
     views::Rect frame{};  ///< points, from the left end of the line's baseline
 };
-GlyphPicture paintGlyphs(const GlyphRun& run, PangoTypesetter& typesetter);
+GlyphPicture paintGlyphs(const GlyphRun& run);
 
 /// A PDF document of one page, the card's size in points, dated `date`. Texts stay texts where the
 /// font has them. The same list gives the same bytes.

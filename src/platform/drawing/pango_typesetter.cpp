@@ -1,9 +1,7 @@
 #include "platform/drawing/pango_typesetter.h"
 
 #include <algorithm>
-#include <cairo-ft.h>
 #include <fontconfig/fontconfig.h>
-#include <hb.h>
 #include <map>
 #include <pango/pango.h>
 #include <pango/pangofc-font.h>
@@ -39,32 +37,42 @@ constexpr Rounding rounding(Weight weight) {
     return {};
 }
 
+/// The stand-in's cuts in use.
+struct StandInCut {
+    PangoWeight weight{};
+    const char* file{};
+};
+constexpr StandInCut light{PANGO_WEIGHT_LIGHT, TESSARY_FONT_DIR "/Inter-Light.otf"};
+constexpr StandInCut regular{PANGO_WEIGHT_NORMAL, TESSARY_FONT_DIR "/Inter-Regular.otf"};
+constexpr StandInCut medium{PANGO_WEIGHT_MEDIUM, TESSARY_FONT_DIR "/Inter-Medium.otf"};
+constexpr StandInCut semibold{PANGO_WEIGHT_SEMIBOLD, TESSARY_FONT_DIR "/Inter-SemiBold.otf"};
+
+constexpr const StandInCut& standInCut(Weight weight) {
+    switch (weight) {
+        case Weight::regular: return regular;
+        case Weight::medium: return medium;
+        case Weight::semibold: return semibold;
+    }
+    return regular;
+}
+
 /// How a font of the system is made of the stand-in.
 struct Cut {
-    PangoWeight weight{PANGO_WEIGHT_NORMAL};
+    StandInCut of{regular};
     double size{};      ///< of the stand-in, in points
     double stroke{};    ///< points
     double tracking{};  ///< points added to each glyph's advance
 };
 
-PangoWeight pangoWeight(Weight weight) {
-    switch (weight) {
-        case Weight::regular: return PANGO_WEIGHT_NORMAL;
-        case Weight::medium: return PANGO_WEIGHT_MEDIUM;
-        case Weight::semibold: return PANGO_WEIGHT_SEMIBOLD;
-    }
-    return PANGO_WEIGHT_NORMAL;
-}
-
 Cut plainCut(const Font& font) {
-    return {pangoWeight(font.weight), font.capHeight() / standInCapHeight, 0, 0};
+    return {standInCut(font.weight), font.capHeight() / standInCapHeight, 0, 0};
 }
 
 /// The strokes make the capitals taller, so the outlines are set smaller by as much.
 Cut roundedCut(const Font& font) {
     const Rounding round = rounding(font.weight);
     const double size = font.capHeight() / (standInCapHeight + round.stroke);
-    return {PANGO_WEIGHT_LIGHT, size, round.stroke * size, round.tracking * size};
+    return {light, size, round.stroke * size, round.tracking * size};
 }
 
 template <auto release>
@@ -79,34 +87,18 @@ using ContextPtr = std::unique_ptr<PangoContext, Release<g_object_unref>>;
 using AttributesPtr = std::unique_ptr<PangoAttrList, Release<pango_attr_list_unref>>;
 using DescriptionPtr = std::unique_ptr<PangoFontDescription, Release<pango_font_description_free>>;
 using GlyphsPtr = std::unique_ptr<PangoGlyphString, Release<pango_glyph_string_free>>;
-using FacePtr = std::unique_ptr<cairo_font_face_t, Release<cairo_font_face_destroy>>;
 using FontPtr = std::unique_ptr<PangoFont, Release<g_object_unref>>;
-using DrawFunctionsPtr = std::unique_ptr<hb_draw_funcs_t, Release<hb_draw_funcs_destroy>>;
 using ItemPtr = std::unique_ptr<PangoItem, Release<pango_item_free>>;
 
-/// Knows the stand-in's folder and nothing else, so that a text looks the same whatever is
-/// installed and no list of all fonts is read. Made current before Pango's first call, which would
-/// otherwise load the machine's own configuration on a thread of its own.
-FcConfig* standInFonts() {
+/// All fonts of the machine, and the stand-in wherever its folder is. Made current before Pango's
+/// first call, which would else load the configuration once more on a thread of its own.
+FcConfig* machineFonts() {
     static FcConfig* const config = [] {
-        constexpr const char* description =
-            "<fontconfig><dir>" TESSARY_FONT_DIR
-            "</dir>"
-            // Cuts that no text asks for only take time to be passed over.
-            "<selectfont><rejectfont><glob>*Italic*</glob><glob>*Display*</glob></rejectfont>"
-            "</selectfont><cachedir>/var/cache/fontconfig</cachedir>"
-            "<cachedir prefix=\"xdg\">fontconfig</cachedir></fontconfig>";
-        FcConfig* made = FcConfigCreate();
-        FcConfigParseAndLoadFromMemory(made, reinterpret_cast<const FcChar8*>(description), FcTrue);
-        FcConfigBuildFonts(made);
+        FcConfig* made = FcInitLoadConfigAndFonts();
+        FcConfigAppFontAddDir(made, reinterpret_cast<const FcChar8*>(TESSARY_FONT_DIR));
         FcConfigSetCurrent(made);
         return made;
     }();
-    return config;
-}
-
-FcConfig* machineFonts() {
-    static FcConfig* const config = FcInitLoadConfigAndFonts();
     return config;
 }
 
@@ -133,87 +125,45 @@ ContextPtr makeContext(PangoFontMap* map, const std::string& language) {
 
 double points(int pangoUnits) { return static_cast<double>(pangoUnits) / PANGO_SCALE; }
 
-/// A stretch of a line in one face, direction and script, with its glyphs.
+/// A stretch of a line in one font, direction and script, with its glyphs, as Pango set it.
 struct Segment {
     ItemPtr item{};
     GlyphsPtr glyphs{};
-
-    bool complete() const {
-        for (int i = 0; i < glyphs->num_glyphs; ++i) {
-            const PangoGlyph glyph = glyphs->glyphs[i].glyph;
-            if (glyph != PANGO_GLYPH_EMPTY && (glyph & PANGO_GLYPH_UNKNOWN_FLAG) != 0) return false;
-        }
-        return true;
-    }
 };
-
-/// A line's segments in the order of the text, and how they were cut.
-struct Shaped {
-    std::vector<Segment> segments{};
-    Cut cut{};
-
-    bool complete() const {
-        return std::all_of(segments.begin(), segments.end(),
-                           [](const Segment& segment) { return segment.complete(); });
-    }
-};
+using Segments = std::vector<Segment>;
 
 bool isColored(PangoFont* font) {
     FcBool color = FcFalse;
-    FcPattern* pattern = font != nullptr ? pango_fc_font_get_pattern(PANGO_FC_FONT(font)) : nullptr;
-    return pattern != nullptr && FcPatternGetBool(pattern, FC_COLOR, 0, &color) == FcResultMatch &&
-           color == FcTrue;
+    FcPattern* pattern = pango_fc_font_get_pattern(PANGO_FC_FONT(font));
+    return FcPatternGetBool(pattern, FC_COLOR, 0, &color) == FcResultMatch && color == FcTrue;
 }
 
-/// Reads glyphs' outlines, which run upward in Pango's units, into a path that runs downward.
-class OutlineReader {
-public:
-    OutlineReader() : functions_(hb_draw_funcs_create()) {
-        hb_draw_funcs_set_move_to_func(functions_.get(), move, nullptr, nullptr);
-        hb_draw_funcs_set_line_to_func(functions_.get(), line, nullptr, nullptr);
-        hb_draw_funcs_set_cubic_to_func(functions_.get(), curve, nullptr, nullptr);
-        hb_draw_funcs_set_close_path_func(functions_.get(), close, nullptr, nullptr);
+/// How wide each character of a text is, in points, from how its glyphs stand in it: what several
+/// characters share, as in a ligature, they share equally.
+std::vector<double> characterAdvances(std::string_view text, const std::vector<SetGlyph>& glyphs,
+                                      double unit, double tracking) {
+    std::map<std::size_t, double> advanceAt;
+    for (const SetGlyph& glyph : glyphs)
+        advanceAt[glyph.byte] += glyph.advance * unit + (glyph.advance != 0 ? tracking : 0);
+    std::vector<double> result;
+    for (auto at = advanceAt.begin(); at != advanceAt.end(); ++at) {
+        const std::size_t end =
+            std::next(at) == advanceAt.end() ? text.size() : std::next(at)->first;
+        const auto count = static_cast<std::size_t>(
+            g_utf8_strlen(&text[at->first], static_cast<gssize>(end - at->first)));
+        result.insert(result.end(), count, at->second / static_cast<double>(count));
     }
-    void append(hb_font_t* font, const Glyph& glyph) {
-        origin_ = glyph.origin;
-        hb_font_get_glyph_shape(font, glyph.index, functions_.get(), this);
-    }
-    const views::Path& path() const { return path_; }
-
-private:
-    views::Point at(float x, float y) const {
-        return {origin_.x + double{x} / PANGO_SCALE, origin_.y - double{y} / PANGO_SCALE};
-    }
-    static OutlineReader& self(void* reader) { return *static_cast<OutlineReader*>(reader); }
-
-    static void move(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x, float y, void*) {
-        self(data).path_.move(self(data).at(x, y));
-    }
-    static void line(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x, float y, void*) {
-        self(data).path_.line(self(data).at(x, y));
-    }
-    static void curve(hb_draw_funcs_t*, void* data, hb_draw_state_t*, float x1, float y1, float x2,
-                      float y2, float x, float y, void*) {
-        const OutlineReader& reader = self(data);
-        self(data).path_.curve(reader.at(x1, y1), reader.at(x2, y2), reader.at(x, y));
-    }
-    static void close(hb_draw_funcs_t*, void* data, hb_draw_state_t*, void*) {
-        self(data).path_.close();
-    }
-
-    DrawFunctionsPtr functions_;
-    views::Point origin_{};
-    views::Path path_{};
-};
+    return result;
+}
 
 }  // namespace
 
+/// A text is set in one of two ways: in the stand-in alone where that covers it, else by Pango from
+/// the machine's fonts. Those have no round strokes to offer, so such a text is set plainly.
 class PangoTypesetter::Shaper {
 public:
     explicit Shaper(std::string_view locale) : language_(locale) {
         std::replace(language_.begin(), language_.end(), '_', '-');
-        own_ = makeMap(standInFonts());
-        ownContext_ = makeContext(own_.get(), language_);
     }
 
     const GlyphLine& line(std::string_view text, const Font& font) {
@@ -221,40 +171,81 @@ public:
                       font.monospacedDigits};
         const auto found = lines_.find(key);
         if (found != lines_.end()) return found->second;
-        return lines_.emplace(key, glyphLine(shaped(text, font))).first->second;
+        return lines_.emplace(key, made(text, font)).first->second;
     }
 
     std::vector<views::Cluster> clusters(std::string_view text, const Font& font) {
-        const std::vector<double> advances = characterAdvances(text, shaped(text, font));
-        std::vector<PangoLogAttr> attributes(advances.size() + 1);
+        const std::vector<double> widths = advances(text, font);
+        std::vector<PangoLogAttr> attributes(widths.size() + 1);
         pango_get_log_attrs(text.data(), static_cast<int>(text.size()), -1,
-                            pango_context_get_language(ownContext_.get()), attributes.data(),
+                            pango_language_from_string(language_.c_str()), attributes.data(),
                             static_cast<int>(attributes.size()));
         std::vector<views::Cluster> result;
         std::size_t byte = 0;
-        for (std::size_t i = 0; i < advances.size(); ++i) {
+        for (std::size_t i = 0; i < widths.size(); ++i) {
             const auto length =
                 static_cast<std::size_t>(g_utf8_next_char(&text[byte]) - &text[byte]);
             if (result.empty() || attributes[i].is_cursor_position)
                 result.push_back({byte, 0, 0, attributes[i].is_white != 0, false});
             result.back().length += length;
-            result.back().advance += advances[i];
+            result.back().advance += widths[i];
             result.back().breakAfter = attributes[i + 1].is_line_break != 0;
             byte += length;
         }
         return result;
     }
 
-    cairo_font_face_t* cairoFace(PangoFont* font) {
-        FacePtr& face = faces_.at(font).cairo;
-        if (!face)
-            face.reset(cairo_ft_font_face_create_for_pattern(
-                pango_fc_font_get_pattern(PANGO_FC_FONT(font))));
-        return face.get();
-    }
-
 private:
     using Key = std::tuple<std::string, double, Weight, FontDesign, bool>;
+
+    static Cut standInCutFor(const Font& font) {
+        return font.design == FontDesign::rounded ? roundedCut(font) : plainCut(font);
+    }
+
+    GlyphLine made(std::string_view text, const Font& font) {
+        const Cut cut = standInCutFor(font);
+        const FontFace* face = covering(text, cut);
+        if (face != nullptr) return standInLine(*face, face->set(text, font.monospacedDigits), cut);
+        return machineLine(segments(text, font), plainCut(font));
+    }
+
+    std::vector<double> advances(std::string_view text, const Font& font) {
+        const Cut cut = standInCutFor(font);
+        const FontFace* face = covering(text, cut);
+        if (face == nullptr) return machineAdvances(text, segments(text, font));
+        return characterAdvances(text, face->set(text, font.monospacedDigits),
+                                 cut.size / face->unitsPerEm(), cut.tracking);
+    }
+
+    // ---- In the stand-in ---------------------------------------------------------------------
+
+    /// The stand-in's face for a cut, where it can set the text on its own.
+    const FontFace* covering(std::string_view text, const Cut& cut) {
+        auto found = standIns_.find(cut.of.weight);
+        if (found == standIns_.end())
+            found = standIns_.emplace(cut.of.weight, FontFace::open(cut.of.file)).first;
+        const FontFace* face = found->second.get();
+        return face != nullptr && face->covers(text) ? face : nullptr;
+    }
+
+    static GlyphLine standInLine(const FontFace& face, const std::vector<SetGlyph>& glyphs,
+                                 const Cut& cut) {
+        const double unit = cut.size / face.unitsPerEm();
+        GlyphLine line;
+        GlyphRun run{&face, cut.size, unit, cut.stroke, false, {}};
+        for (const SetGlyph& glyph : glyphs) {
+            const double tracking = glyph.advance != 0 ? cut.tracking : 0;
+            // Strokes reach as far below the baseline as above the capitals; both move up.
+            run.glyphs.push_back(
+                {glyph.index,
+                 {line.width + glyph.dx * unit + tracking / 2, -glyph.dy * unit - cut.stroke / 2}});
+            line.width += glyph.advance * unit + tracking;
+        }
+        line.runs.push_back(std::move(run));
+        return line;
+    }
+
+    // ---- By Pango ----------------------------------------------------------------------------
 
     PangoContext* machineContext() {
         if (!machineContext_) {
@@ -264,30 +255,20 @@ private:
         return machineContext_.get();
     }
 
-    /// The stand-in alone where it has every character, else with the machine's fonts. Those have
-    /// no round strokes to offer, so a text that needs them is set plainly throughout.
-    Shaped shaped(std::string_view text, const Font& font) {
-        const bool rounded = font.design == FontDesign::rounded;
-        Shaped own =
-            shaped(text, font, rounded ? roundedCut(font) : plainCut(font), ownContext_.get());
-        if (own.complete()) return own;
-        return shaped(text, font, plainCut(font), machineContext());
-    }
-
-    static Shaped shaped(std::string_view text, const Font& font, const Cut& cut,
-                         PangoContext* context) {
-        Shaped result{{}, cut};
+    Segments segments(std::string_view text, const Font& font) {
+        Segments result;
         const auto length = static_cast<int>(text.size());
-        const AttributesPtr attributes = attributesFor(font, cut);
+        const AttributesPtr attributes = attributesFor(font, plainCut(font));
         // The first strong character decides the direction; a text without any runs to the right.
-        GList* items = pango_itemize_with_base_dir(context, PANGO_DIRECTION_WEAK_LTR, text.data(),
-                                                   0, length, attributes.get(), nullptr);
+        GList* items =
+            pango_itemize_with_base_dir(machineContext(), PANGO_DIRECTION_WEAK_LTR, text.data(), 0,
+                                        length, attributes.get(), nullptr);
         for (GList* link = items; link != nullptr; link = link->next) {
             Segment segment{ItemPtr{static_cast<PangoItem*>(link->data)},
                             GlyphsPtr{pango_glyph_string_new()}};
             pango_shape_full(text.data() + segment.item->offset, segment.item->length, text.data(),
                              length, &segment.item->analysis, segment.glyphs.get());
-            result.segments.push_back(std::move(segment));
+            result.push_back(std::move(segment));
         }
         g_list_free(items);
         return result;
@@ -296,7 +277,7 @@ private:
     static AttributesPtr attributesFor(const Font& font, const Cut& cut) {
         AttributesPtr attributes{pango_attr_list_new()};
         const DescriptionPtr description{pango_font_description_from_string("Inter, sans-serif")};
-        pango_font_description_set_weight(description.get(), cut.weight);
+        pango_font_description_set_weight(description.get(), cut.of.weight);
         pango_font_description_set_absolute_size(description.get(), cut.size * PANGO_SCALE);
         pango_attr_list_insert(attributes.get(), pango_attr_font_desc_new(description.get()));
         if (font.monospacedDigits)
@@ -304,77 +285,87 @@ private:
         return attributes;
     }
 
-    static std::vector<double> characterAdvances(std::string_view text, const Shaped& shaped) {
+    static std::vector<double> machineAdvances(std::string_view text, const Segments& segments) {
         std::vector<double> result;
-        for (const Segment& segment : shaped.segments) {
+        for (const Segment& segment : segments) {
             std::vector<int> widths(static_cast<std::size_t>(segment.item->num_chars));
             pango_glyph_string_get_logical_widths(
                 segment.glyphs.get(), text.data() + segment.item->offset, segment.item->length,
                 segment.item->analysis.level, widths.data());
-            for (const int width : widths) result.push_back(points(width) + shaped.cut.tracking);
+            for (const int width : widths) result.push_back(points(width));
         }
         return result;
     }
 
-    GlyphLine glyphLine(const Shaped& shaped) {
+    GlyphLine machineLine(const Segments& segments, const Cut& cut) {
         GlyphLine line;
-        for (const Segment* segment : visualOrder(shaped)) {
+        for (const Segment* segment : visualOrder(segments)) {
             PangoFont* font = segment->item->analysis.font;
-            GlyphRun run{held(font), shaped.cut.size, shaped.cut.stroke, isColored(font), {}};
+            GlyphRun run{nullptr, cut.size, points(1), 0, font != nullptr && isColored(font), {}};
+            if (font != nullptr) run.face = &faceOf(font);
             for (int i = 0; i < segment->glyphs->num_glyphs; ++i)
-                append(segment->glyphs->glyphs[i], shaped.cut, line, run);
-            if (run.font != nullptr) line.runs.push_back(std::move(run));
+                append(segment->glyphs->glyphs[i], line, run);
+            if (run.face != nullptr) line.runs.push_back(std::move(run));
         }
         return line;
     }
 
-    static void append(const PangoGlyphInfo& info, const Cut& cut, GlyphLine& line, GlyphRun& run) {
-        const double tracking = info.geometry.width != 0 ? cut.tracking : 0;
+    static void append(const PangoGlyphInfo& info, GlyphLine& line, GlyphRun& run) {
         if (info.glyph != PANGO_GLYPH_EMPTY) {
             const bool missing = (info.glyph & PANGO_GLYPH_UNKNOWN_FLAG) != 0;
-            // Strokes reach as far below the baseline as above the capitals; both move up.
-            run.glyphs.push_back({missing ? 0 : info.glyph,
-                                  {line.width + points(info.geometry.x_offset) + tracking / 2,
-                                   points(info.geometry.y_offset) - cut.stroke / 2}});
+            run.glyphs.push_back(
+                {missing ? 0 : info.glyph,
+                 {line.width + points(info.geometry.x_offset), points(info.geometry.y_offset)}});
         }
-        line.width += points(info.geometry.width) + tracking;
+        line.width += points(info.geometry.width);
     }
 
-    static std::vector<const Segment*> visualOrder(const Shaped& shaped) {
+    static std::vector<const Segment*> visualOrder(const Segments& segments) {
         GList* items = nullptr;
-        for (auto i = shaped.segments.rbegin(); i != shaped.segments.rend(); ++i)
+        for (auto i = segments.rbegin(); i != segments.rend(); ++i)
             items = g_list_prepend(items, i->item.get());
         GList* reordered = pango_reorder_items(items);
         std::vector<const Segment*> result;
         for (GList* link = reordered; link != nullptr; link = link->next) {
             const auto isIt = [&](const Segment& s) { return s.item.get() == link->data; };
-            result.push_back(&*std::find_if(shaped.segments.begin(), shaped.segments.end(), isIt));
+            result.push_back(&*std::find_if(segments.begin(), segments.end(), isIt));
         }
         g_list_free(reordered);
         g_list_free(items);
         return result;
     }
 
-    /// A font, kept for as long as the lines that use it.
-    PangoFont* held(PangoFont* font) {
-        if (font != nullptr && !faces_.contains(font))
-            faces_.emplace(font, Face{FontPtr{static_cast<PangoFont*>(g_object_ref(font))}, {}});
-        return font;
+    /// The face of a font that Pango chose. The font is kept, so that its address stays its own.
+    const FontFace& faceOf(PangoFont* font) {
+        auto found = faces_.find(font);
+        if (found == faces_.end()) {
+            auto face = std::make_unique<FontFace>(pango_font_get_hb_font(font),
+                                                   pango_fc_font_get_pattern(PANGO_FC_FONT(font)));
+            Kept kept{FontPtr{static_cast<PangoFont*>(g_object_ref(font))}, std::move(face)};
+            found = faces_.emplace(font, std::move(kept)).first;
+        }
+        return *found->second.face;
     }
 
-    struct Face {
+    struct Kept {
         FontPtr font{};
-        FacePtr cairo{};  ///< made when it is asked for
+        std::unique_ptr<FontFace> face{};
     };
 
     std::string language_;
-    MapPtr own_{};
-    ContextPtr ownContext_{};
+    std::map<PangoWeight, std::unique_ptr<FontFace>> standIns_{};
     MapPtr machine_{};
     ContextPtr machineContext_{};
-    std::map<PangoFont*, Face> faces_{};
+    std::map<PangoFont*, Kept> faces_{};
     std::map<Key, GlyphLine> lines_{};
 };
+
+views::Path GlyphRun::outline() const {
+    views::Path path;
+    if (colored) return path;
+    for (const Glyph& glyph : glyphs) face->addOutline(glyph.index, glyph.origin, unit, path);
+    return path;
+}
 
 PangoTypesetter::PangoTypesetter(std::string_view locale)
     : shaper_(std::make_unique<Shaper>(locale)) {}
@@ -395,18 +386,6 @@ views::Size PangoTypesetter::symbolSize(std::string_view name, const Font& font)
 
 const GlyphLine& PangoTypesetter::line(std::string_view text, const Font& font) {
     return shaper_->line(text, font);
-}
-
-views::Path PangoTypesetter::outline(const GlyphRun& run) const {
-    if (run.colored) return {};
-    OutlineReader reader;
-    hb_font_t* font = pango_font_get_hb_font(run.font);
-    for (const Glyph& glyph : run.glyphs) reader.append(font, glyph);
-    return reader.path();
-}
-
-_cairo_font_face* PangoTypesetter::face(const GlyphRun& run) {
-    return shaper_->cairoFace(run.font);
 }
 
 }  // namespace tessary::drawing

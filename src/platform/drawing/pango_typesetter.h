@@ -1,8 +1,10 @@
 // Setting type: texts become glyphs, with the typeface that stands in for the system font.
 //
 // The stand-in is scaled so that its capitals are as tall as the system font's; the rounded design
-// is its light weight with round strokes added. What it lacks (other scripts, emoji) comes from the
-// machine's fonts, which are looked at only when a text needs them.
+// is its light weight with round strokes added. A text that it covers is set in it alone, from its
+// own file, so that it looks the same whatever else is installed. What it lacks (other scripts,
+// emoji) Pango sets from the machine's fonts, which are looked at only then: that takes a list of
+// all fonts, and threads that Pango starts to read it.
 //
 //     PangoTypesetter typesetter{"en_US"};
 //     typesetter.width("Alarms firing", Font::system(11, Weight::medium))     // about 69 points
@@ -16,11 +18,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/views/path.h"
+#include "platform/drawing/font_face.h"
 #include "platform/views/typesetter.h"
-
-struct _PangoFont;
-struct _cairo_font_face;
 
 namespace tessary::drawing {
 
@@ -32,11 +31,15 @@ struct Glyph {
 
 /// Glyphs of one font, in the order in which they stand from left to right.
 struct GlyphRun {
-    _PangoFont* font{};  ///< owned by the typesetter
-    double size{};       ///< of the font, in points
-    double stroke{};     ///< width of a round stroke that is added to the outlines, in points
-    bool colored{};      ///< glyphs bring colours of their own, as emoji do
+    const FontFace* face{};  ///< owned by the typesetter
+    double size{};           ///< of the font, in points
+    double unit{};           ///< length of one of the face's units, in points
+    double stroke{};         ///< width of a round stroke added to the outlines, in points
+    bool colored{};          ///< glyphs bring colours of their own, as emoji do
     std::vector<Glyph> glyphs{};
+
+    /// The outlines, from the left end of the line's baseline; empty for coloured glyphs.
+    views::Path outline() const;
 };
 
 struct GlyphLine {
@@ -57,12 +60,6 @@ public:
 
     /// The glyphs of a line. The reference holds until the typesetter goes.
     const GlyphLine& line(std::string_view text, const views::Font& font);
-
-    /// The outlines of a run, from the left end of the line's baseline; empty for a coloured one.
-    views::Path outline(const GlyphRun& run) const;
-
-    /// The run's font for Cairo; the typesetter keeps it.
-    _cairo_font_face* face(const GlyphRun& run);
 
 private:
     class Shaper;

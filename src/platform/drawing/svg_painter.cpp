@@ -140,7 +140,7 @@ private:
 
     /// Fill and added stroke overlap, so a faded text fades as a whole.
     void drawOutline(const GlyphRun& run, const Color& color, const std::string& transform) {
-        const std::string data = pathData(typesetter_.outline(run));
+        const std::string data = pathData(run.outline());
         if (data.empty()) return;
         std::string style = " fill=\"" + color.hex() + "\"" + opacity("opacity", color);
         if (run.stroke > 0)
@@ -150,7 +150,7 @@ private:
     }
 
     void drawPicture(const GlyphRun& run, Point at, double shrink) {
-        const GlyphPicture picture = paintGlyphs(run, typesetter_);
+        const GlyphPicture picture = paintGlyphs(run);
         const Rect& frame = picture.frame;
         tag("image", "x=\"" + number(frame.minX()) + "\" y=\"" + number(frame.minY()) +
                          "\" width=\"" + number(frame.size.width) + "\" height=\"" +

@@ -1,19 +1,30 @@
 #include "platform/drawing/text_painter.h"
 
+#include <algorithm>
+
 namespace tessary::drawing {
 
 namespace {
 
-/// The text in one line: every control character, those of two bytes included, as a space.
+/// How many bytes the control character or line break at `at` takes; 0 where there is none.
+std::size_t controlLength(std::string_view text, std::size_t at) {
+    const auto byte = [&](std::size_t i) {
+        return at + i < text.size() ? static_cast<unsigned char>(text[at + i]) : 0U;
+    };
+    if (byte(0) < 0x20 || byte(0) == 0x7F) return 1;
+    if (byte(0) == 0xC2 && byte(1) >= 0x80 && byte(1) < 0xA0) return 2;
+    const bool separator =
+        byte(0) == 0xE2 && byte(1) == 0x80 && (byte(2) == 0xA8 || byte(2) == 0xA9);
+    return separator ? 3 : 0;
+}
+
+/// The text in one line: what would control a terminal, or break the line, as a space.
 std::string plain(std::string_view text) {
     std::string result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
-        const bool twoByteControl = byte == 0xC2 && next >= 0x80 && next < 0xA0;
-        const bool control = byte < 0x20 || byte == 0x7F || twoByteControl;
-        result += control ? ' ' : text[i];
-        if (twoByteControl) ++i;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t control = controlLength(text, at);
+        result += control > 0 ? ' ' : text[at];
+        at += std::max<std::size_t>(control, 1);
     }
     return result;
 }

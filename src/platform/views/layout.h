@@ -29,7 +29,8 @@ namespace tessary::views {
 
 // ---- Phase 0: resolve ------------------------------------------------------------------------
 
-/// What views say about the widget as a whole, wherever they stand; the outermost counts.
+/// What views say about the widget as a whole, wherever they stand but in a geometry reader, whose
+/// content is made too late for it; the outermost counts.
 struct Preferences {
     std::optional<Color> background{};
     std::optional<std::string> url{};

@@ -1,6 +1,7 @@
 // Outlines: moves, straight segments, cubic curves and closes, in points.
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include "platform/views/geometry.h"
@@ -43,7 +44,8 @@ public:
     Path transformed(double sx, double sy, Point by) const;
 
     bool empty() const { return commands_.empty(); }
-    const std::vector<PathCommand>& commands() const { return commands_; }
+    const std::vector<PathCommand>& commands() const& { return commands_; }
+    std::vector<PathCommand> commands() && { return std::move(commands_); }
     bool operator==(const Path&) const = default;
 
 private:

@@ -115,7 +115,7 @@ TEST(PangoTypesetter, SetsCapitalsAsTallAsTheSystemFonts) {
             const Font font = Font::system(100, weight, design);
             const GlyphRun& run = typesetter().line("H", font).runs.at(0);
             double top = 0, bottom = -1e9;
-            const views::Path outline = typesetter().outline(run);
+            const views::Path outline = run.outline();
             for (const auto& command : outline.commands()) {
                 if (command.verb == views::PathCommand::Verb::close) continue;
                 top = std::min(top, command.to.y - run.stroke / 2);
@@ -151,11 +151,11 @@ TEST(PangoTypesetter, PlacesGlyphsFromLeftToRight) {
 
 TEST(PangoTypesetter, KnowsColouredGlyphsAndRegionalForms) {
     const GlyphRun& emoji = typesetter().line(family, {}).runs.at(0);
-    EXPECT_TRUE(emoji.colored && emoji.glyphs.size() == 1 && typesetter().outline(emoji).empty());
+    EXPECT_TRUE(emoji.colored && emoji.glyphs.size() == 1 && emoji.outline().empty());
     EXPECT_FALSE(typesetter().line("a", {}).runs.at(0).colored);
     const auto outline = [](std::string_view locale) {
         PangoTypesetter regional{locale};
-        return regional.outline(regional.line("\u76F4", {}).runs.at(0));
+        return regional.line("\u76F4", {}).runs.at(0).outline();
     };
     EXPECT_NE(outline("ja_JP"), outline("zh_CN"));
     EXPECT_EQ(outline("ja_JP"), outline("ja_JP"));
