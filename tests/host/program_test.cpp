@@ -1,34 +1,32 @@
 // Runs of the built program, as a shell makes them.
 #include <cstdlib>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include "platform/foundation/json_decoding.h"
+#include "shell/tessary_widgets.h"
 #include "support/container.h"
+#include "support/table.h"
 
 namespace tessary {
 
-/// What a test wants to know of the JSON pictures.
+/// What a test wants to know of a picture in JSON.
 struct Drawing {
     std::string kind{};
     std::string family{};
     double date{};
-    std::optional<std::string> url{};
-    std::string colorScheme{};
+    std::string url{};
+    bool operator==(const Drawing&) const = default;
 };
-namespace foundation {
 template <>
-inline constexpr auto fieldsOf<Drawing> = std::tuple{
-    Field{"kind", &Drawing::kind}, Field{"family", &Drawing::family}, Field{"date", &Drawing::date},
-    Field{"url", &Drawing::url}, Field{"colorScheme", &Drawing::colorScheme}};
-}  // namespace foundation
+inline constexpr auto foundation::fieldsOf<Drawing> =
+    std::tuple{Field{"kind", &Drawing::kind}, Field{"family", &Drawing::family},
+               Field{"date", &Drawing::date}, Field{"url", &Drawing::url}};
 
 namespace {
 
 using testing::AllOf;
-using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -37,254 +35,199 @@ std::string contents(const std::filesystem::path& file) {
     return {std::istreambuf_iterator<char>{in}, {}};
 }
 
-struct Outcome {
-    int status{};
-    std::string out{};
-    std::string err{};
-};
-
 class Program : public testing::Test {
 protected:
     Program() { container_.put("alarms", exampleAlarms); }
 
-    /// Runs the program with these words of the shell, in an environment of these variables alone.
-    /// $C is the container; $ASK asks for the example at its own time.
-    Outcome run(const std::string& words, const std::string& variables = "") const {
-        const std::string folder = container_.root();
-        const std::string command =
-            "C=" + folder +
-            "; ASK=\"--container $C --at 1731772840\"; env -i XDG_DATA_HOME=" + folder +
-            "none TZ=UTC ASAN_OPTIONS=detect_leaks=0 " + variables + " " + TESSARY_PROGRAM + " >" +
-            folder + "out 2>" + folder + "err " + words;
-        const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents(container_ / "out"),
-                contents(container_ / "err")};
+    /// Runs the program with these words of the shell, in an environment of these variables alone,
+    /// and returns its status. $C is the container, $ASK asks for the example at its own time.
+    int run(const std::string& words, const std::string& variables = "") {
+        const int status = std::system(
+            ("C=" + folder_ +
+             "; ASK=\"--container $C --at 1731772840\"; env -i TZ=UTC XDG_DATA_HOME=" + folder_ +
+             "/data ASAN_OPTIONS=detect_leaks=0 " + variables + " " + TESSARY_PROGRAM + " >" +
+             folder_ + "/out 2>" + folder_ + "/err " + words)
+                .c_str());
+        out_ = contents(container_ / "out");
+        err_ = contents(container_ / "err");
+        return WEXITSTATUS(status);
+    }
+    /// What it prints.
+    std::string output(const std::string& words, const std::string& variables = "") {
+        EXPECT_EQ(run(words, variables), 0) << words << ": " << err_;
+        return out_;
+    }
+    /// What it prints, without the white space that JSON is laid out with.
+    std::string compact(const std::string& words) {
+        std::string text;
+        for (const auto& line : table(output(words))) text += line.at(0);
+        for (auto at = text.find("\": "); at != text.npos; at = text.find("\": ", at))
+            text.erase(at + 2, 1);
+        return text;
     }
 
     Container container_{};
+    std::string folder_ = (container_ / "").parent_path();
+    std::string out_{}, err_{};
 };
 
-/// `text` without the white space that JSON is laid out with.
-std::string compact(std::string text) {
-    for (auto at = text.find('\n'); at != std::string::npos; at = text.find('\n', at))
-        text.erase(at, std::min(text.find_first_not_of(" \n", at), text.size()) - at);
-    for (auto at = text.find("\": "); at != std::string::npos; at = text.find("\": ", at + 1))
-        text.erase(at + 2, 1);
-    return text;
-}
-
 TEST_F(Program, SaysByItsStatusWhoseFaultItWas) {
-    struct Case {
-        std::string words{};
-        int status{};
-        std::string message{};
-    };
-    const std::vector<Case> cases{
-        {"list", 0, ""},
-        {"timeline alarms", 0, ""},
-        {"timeline alarms --container /nowhere --info /nowhere", 0, ""},
-        {"render com.tessary.desktop.widgets.alarms --format text", 0, ""},
-        {"render alarms $ASK --format text -o - ", 0, ""},
-        {"--version", 0, ""},
-        {"--help", 0, ""},
-        {"list --help", 0, ""},
-        {"timeline --help", 0, ""},
-        {"render --help", 0, ""},
-        {"pins --help", 0, ""},
-        {"list --version", 0, ""},
-        {"timeline --version", 0, ""},
-        {"render --version", 0, ""},
-        {"pins --version", 0, ""},
-        {"pins alarm --json", 0, ""},
-        {"render alarms -o $C", 1, "Is a directory"},
-        {"render alarms -o $C/none/a.png", 1, "none/a.png: No such file or directory"},
-        {"render alarms -o /dev/full", 1, "/dev/full: No space left on device"},
-        {"render alarms >/dev/full", 1, "standard output: No space left on device"},
-        {"list >&-", 1, "standard output: Bad file descriptor"},
-        {"timeline alarms >&-", 1, "standard output: Bad file descriptor"},
-        {"render alarms $ASK --format svg >&-", 1, "standard output: Bad file descriptor"},
-        {"--help >&-", 1, "standard output: Bad file descriptor"},
-        {"", 2, "no command"},
-        {"draw", 2, "'draw'"},
-        {"timeline Alarms", 2, "'Alarms'"},
-        {"render widgets.alarms", 2, "'widgets.alarms'"},
-        {"render alarms --entry 5", 2, "--entry: '5' is not the number of an entry, from 0 to 4"},
-        {"render alarms --request snapshot --entry 1", 2, "from 0 to 0"},
-        {"render alarms --pin orders", 2, "'alarms'"},
-        {"pins alarms", 2, "'alarms'"},
-        {"timeline list", 2, "'list'"},
-        {"list timeline", 2, "'timeline'"},
-        {"render alarms --format text timeline", 2, "'timeline'"},
-        {"render 'a\nb'", 2, "'a b'"},
-        {"render alarms --family '\x1B[2J\n'", 2, "' [2J '"},
-        {"render alarms --family large", 2, "'large'"},
-        {"timeline alarms --at yesterday", 2, "'yesterday'"}};
-    for (const auto& [words, status, message] : cases) {
-        const Outcome outcome = run(words);
-        EXPECT_EQ(outcome.status, status) << words;
-        EXPECT_EQ(outcome.out.empty(), status != 0) << words;
+    for (const auto& row : table(R"(
+        0 | list
+        0 | timeline alarms
+        0 | timeline alarms --container /nowhere --info /nowhere
+        0 | render com.tessary.desktop.widgets.alarms --format text
+        0 | render alarms $ASK -o -
+        0 | pins alarm --json
+        0 | --help
+        0 | --version
+        0 | list --help
+        0 | timeline --help
+        0 | render --help
+        0 | pins --help
+        0 | list --version
+        0 | timeline --version
+        0 | render --version
+        0 | pins --version
+        1 | render alarms -o $C                        | Is a directory
+        1 | render alarms -o $C/none/a.png             | none/a.png: No such file or directory
+        1 | render alarms -o /dev/full                 | /dev/full: No space left on device
+        1 | render alarms >/dev/full                   | standard output: No space left on device
+        1 | list >&-                                   | standard output: Bad file descriptor
+        1 | timeline alarms >&-                        | standard output: Bad file descriptor
+        1 | render alarms --format svg >&-             | standard output: Bad file descriptor
+        1 | --help >&-                                 | standard output: Bad file descriptor
+        2 |                                            | no command
+        2 | draw                                       | 'draw'
+        2 | timeline list                              | 'list'
+        2 | timeline Alarms                            | 'Alarms'
+        2 | pins alarms                                | 'alarms'
+        2 | render "`printf 'a\n\033b'`"              | 'a  b'
+        2 | render alarms --entry 5                    | '5' is not the number of an entry, from 0 to 4
+        2 | render alarms --request snapshot --entry 1 | from 0 to 0
+        2 | render alarms --pin orders                 | 'alarms'
+        2 | timeline alarms --at yesterday             | 'yesterday')")) {
+        const int status = run(row.at(1));
+        EXPECT_EQ(status, row.at(0).front() - '0') << row.at(1);
+        EXPECT_EQ(out_.empty(), status != 0) << row.at(1);
         if (status == 0) {
-            EXPECT_EQ(outcome.err, "") << words;
+            EXPECT_EQ(err_, "") << row.at(1);
             continue;
         }
-        EXPECT_THAT(outcome.err, AllOf(StartsWith("tessary-widgets: "), HasSubstr(message)));
-        EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1) << outcome.err;
+        EXPECT_THAT(err_, AllOf(StartsWith("tessary-widgets: "), HasSubstr(row.at(2))));
+        EXPECT_EQ(err_.find('\n'), err_.size() - 1) << err_;
     }
 }
 
 TEST_F(Program, KeepsPicturesFromATerminal) {
-    const auto onTerminal = [&](const std::string& words) {
-        const std::string call = TESSARY_PROGRAM " " + words + " --container /nowhere";
-        const std::string log = container_ / "log";
-        const int status =
-            std::system(("script -qec '" + call + "' /dev/null </dev/null >" + log).c_str());
-        return std::pair{WEXITSTATUS(status), contents(log)};
-    };
-    for (const std::string format : {"png", "svg", "pdf"}) {
-        const auto [status, text] = onTerminal("render alarms --format " + format);
-        EXPECT_EQ(status, 2) << format;
-        EXPECT_THAT(text, HasSubstr("--output"));
+    for (const auto& [words, expected] : foundation::pairs("png=2 svg=2 pdf=2 json=0 text=0")) {
+        const auto call = std::string{"script -qec '"} + TESSARY_PROGRAM +
+                          " render alarms --container /nowhere --format " + words + "' /dev/null";
+        const int status = std::system((call + " </dev/null >" + folder_ + "/log").c_str());
+        EXPECT_EQ(std::to_string(WEXITSTATUS(status)), expected) << words;
+        EXPECT_THAT(contents(container_ / "log"),
+                    HasSubstr(expected == "0" ? "firing" : "--output"));
     }
-    EXPECT_EQ(onTerminal("render alarms --format text").first, 0);
-    EXPECT_EQ(onTerminal("render alarms --format json").first, 0);
-    EXPECT_EQ(onTerminal("render alarms -o " + (container_ / "a.png").string()).first, 0);
 }
 
 TEST_F(Program, ListsTheBundle) {
-    const auto widget = [](const std::string& name, const std::string& intent,
-                           const std::string& title, const std::string& text) {
-        return R"({"kind":"com.tessary.desktop.widgets.)" + name + R"(","configuration":")" +
-               (intent == "null" ? "static" : "intent") + R"(","intent":)" + intent +
-               R"(,"displayName":")" + title + R"(","description":")" + text +
-               R"(","families":["systemSmall","systemMedium"]})";
-    };
-    EXPECT_EQ(compact(run("list --json").out),
-              R"({"bundle":"TessaryWidgets","widgets":[)" +
-                  widget("alarms", "null", "Alarms firing",
-                         "CloudWatch alarms in ALARM across the profiles Tessary watches.") +
-                  "," +
-                  widget("metric", "\"Metric\"", "CloudWatch metric",
-                         "A metric you pinned in Tessary: its latest value and recent hours.") +
-                  "," +
-                  widget("alarm", "\"Alarm\"", "CloudWatch alarm",
-                         "One alarm you pinned in Tessary: its state and its metric against the "
-                         "threshold.") +
-                  "]}");
-    for (const char* words : {"Alarms firing", "CloudWatch metric", "CloudWatch alarm",
-                              "intent \"Metric\"", "systemSmall, systemMedium"})
-        EXPECT_THAT(run("list").out, HasSubstr(words));
+    std::string widgets;
+    for (const auto& widget : shell::TessaryWidgets{}.body()) {
+        const std::string title = widget.intent ? '"' + widget.intent->title + '"' : "null";
+        widgets += (widgets.empty() ? "" : ",") + (R"({"kind":")" + widget.kind) +
+                   R"(","configuration":")" + (widget.intent ? "intent" : "static") +
+                   R"(","intent":)" + title + R"(,"displayName":")" + widget.displayName +
+                   R"(","description":")" + widget.text +
+                   R"(","families":["systemSmall","systemMedium"]})";
+        EXPECT_THAT(output("list"), AllOf(HasSubstr(widget.kind), HasSubstr(widget.displayName)));
+    }
+    EXPECT_EQ(compact("list --json"), R"({"bundle":"TessaryWidgets","widgets":[)" + widgets + "]}");
 }
 
 TEST_F(Program, PrintsTimelinesAsJSON) {
-    EXPECT_EQ(
-        run("timeline alarms --container $C/none --at 1731772840.5 --json").out,
-        "{\n  \"kind\": \"com.tessary.desktop.widgets.alarms\",\n"
-        "  \"request\": \"timeline\",\n  \"entries\": [\n" +
-            [] {
-                std::string entries;
-                for (const char* date : {"2840", "2900", "2960", "3020", "3080"})
-                    entries += std::string{entries.empty() ? "" : ",\n"} +
-                               "    {\n      \"date\": 173177" + date +
-                               ".5,\n      \"display\": {\n"
-                               "        \"case\": \"unavailable\"\n      }\n    }";
-                return entries;
-            }() +
-            "\n  ],\n  \"policy\": {\n    \"after\": 1731773140.5\n  }\n}\n");
-
-    const auto entry = [](const std::string& date, const std::string& stale) {
-        return R"({"date":)" + date +
-               R"(,"display":{"case":"watching","firing":4,"watched":3,"paused":1,)"
-               R"("updated":1731772800,"stale":)" +
-               stale +
-               R"(,"alarms":[{"name":"api-5xx-rate-high","profile":"prod","region":"us-east-1",)"
-               R"("updatedMs":1731772740000,"reason":"Threshold Crossed"},)"
-               R"({"name":"orders-queue-age","profile":"prod","region":"eu-west-1",)"
-               R"("updatedMs":null,"reason":"Threshold Crossed"},)"
-               R"({"name":"ingest-lambda-errors","profile":"shared","region":"us-east-1",)"
-               R"("updatedMs":null,"reason":""}]}})";
-    };
-    const auto answer = [](const std::string& request, const std::string& entries,
-                           const std::string& policy) {
+    const auto answer = [](const std::string& request, const std::string& entries) {
         return R"({"kind":"com.tessary.desktop.widgets.alarms","request":")" + request +
-               R"(","entries":[)" + entries + R"(],"policy":)" + policy + "}";
+               R"(","entries":[)" + entries + R"(],"policy":)";
     };
-    EXPECT_EQ(compact(run("timeline alarms $ASK --json").out),
-              answer("timeline",
-                     entry("1731772840", "false") + "," + entry("1731772900", "false") + "," +
-                         entry("1731772960", "false") + "," + entry("1731773020", "true") + "," +
-                         entry("1731773080", "true"),
-                     R"({"after":1731773140})"));
-    EXPECT_EQ(compact(run("timeline alarms $ASK --json --request snapshot --preview").out),
-              answer("snapshot", entry("1731772840", "false"), "null"));
-    EXPECT_THAT(compact(run("timeline alarms --at 1000 --json --request placeholder").out),
-                AllOf(HasSubstr(R"("firing":4,"watched":6,"paused":0,"updated":960,)"),
-                      EndsWith(R"(,"policy":null})")));
-    EXPECT_THAT(run("timeline alarms --at 1000 --request snapshot --preview").out,
-                HasSubstr("6 watched"));
-    EXPECT_THAT(run("timeline alarms --at 1000 --request snapshot").out, HasSubstr("Not watching"));
+    std::string none, some;
+    for (const std::string date : {"2840", "2900", "2960", "3020", "3080"}) {
+        const std::string start = R"({"date":173177)" + date;
+        none += (none.empty() ? "" : ",") + start + R"(.5,"display":{"case":"unavailable"}})";
+        some +=
+            (some.empty() ? "" : ",") + start +
+            R"(,"display":{"case":"watching","firing":4,"watched":3,"paused":1,)"
+            R"("updated":1731772800,"stale":)" +
+            (date > "2980" ? "true" : "false") +
+            R"(,"alarms":[{"name":"api-5xx-rate-high","profile":"prod","region":"us-east-1",)"
+            R"("updatedMs":1731772740000,"reason":"Threshold Crossed"},{"name":)"
+            R"("orders-queue-age","profile":"prod","region":"eu-west-1","updatedMs":null,)"
+            R"("reason":"Threshold Crossed"},{"name":"ingest-lambda-errors","profile":"shared",)"
+            R"("region":"us-east-1","updatedMs":null,"reason":""}]}})";
+    }
+    EXPECT_EQ(compact("timeline alarms --container $C/none --at 1731772840.5 --json"),
+              answer("timeline", none) + R"({"after":1731773140.5}})");
+    EXPECT_EQ(compact("timeline alarms $ASK --json"),
+              answer("timeline", some) + R"({"after":1731773140}})");
+    EXPECT_EQ(compact("timeline alarms $ASK --json --request snapshot --preview"),
+              answer("snapshot", some.substr(0, some.find(R"(,{"date")"))) + "null}");
+    EXPECT_THAT(compact("timeline alarms --at 1000 --json --request placeholder"),
+                AllOf(HasSubstr(R"("watched":6,"paused":0,"updated":960,)"), HasSubstr("null}")));
+    EXPECT_THAT(output("timeline alarms --request snapshot --preview"), HasSubstr("6 watched"));
+    EXPECT_THAT(output("timeline alarms --request snapshot"), HasSubstr("Not watching"));
 }
 
 TEST_F(Program, RendersTheSameBytesTwiceInEachFormat) {
-    const std::vector<std::pair<std::string, std::string>> formats{
-        {"png", "\x89PNG\r\n"}, {"svg", "<"}, {"pdf", "%PDF-"}, {"json", "{"}, {"txt", "Alarms"}};
-    for (const auto& [ending, start] : formats) {
-        for (const std::string family : {"small", "medium"}) {
+    for (const auto& [ending, start] :
+         foundation::pairs("png=\x89PNG svg=< pdf=%PDF- json={ txt=Alarms")) {
+        for (const std::string family : {"systemSmall", "systemMedium"}) {
             const auto words = "render alarms $ASK --family " + family;
-            ASSERT_EQ(run(words + " -o $C/a." + ending).status, 0);
+            output(words + " -o $C/a." + ending);
             const std::string bytes = contents(container_ / ("a." + ending));
             EXPECT_THAT(bytes, StartsWith(start));
-            const auto format = " --format " + (ending == "txt" ? "text" : ending);
-            EXPECT_EQ(run(words + format).out, bytes) << ending;
-            EXPECT_NE(run(words + format + " --redacted").out, bytes) << ending;
-            EXPECT_NE(run(words + format + " --entry 4").out, bytes) << ending;
-            if (ending == "json") {
-                const auto drawing = foundation::decodeJSON<Drawing>(bytes).value();
-                EXPECT_EQ(drawing.kind, "com.tessary.desktop.widgets.alarms");
-                EXPECT_EQ(drawing.family, family == "small" ? "systemSmall" : "systemMedium");
-                EXPECT_EQ(drawing.date, 1731772840);
-                EXPECT_EQ(drawing.url, "tessary://alarms");
-                EXPECT_EQ(drawing.colorScheme, "dark");
-            }
-            if (ending == "svg") {
-                const std::string parse =
-                    "python3 -c 'import sys, xml.dom.minidom as dom; "
-                    "dom.parse(sys.argv[1])' ";
-                EXPECT_EQ(std::system((parse + (container_ / "a.svg").string()).c_str()), 0);
-            }
+            const auto format = words + " --format " + (ending == "txt" ? "text" : ending);
+            EXPECT_EQ(output(format), bytes) << ending;
+            EXPECT_NE(output(format + " --redacted"), bytes) << ending;
+            EXPECT_NE(output(format + " --entry 4"), bytes) << ending;
+            if (ending != "json") continue;
+            EXPECT_EQ(foundation::decodeJSON<Drawing>(bytes).value(),
+                      (Drawing{"com.tessary.desktop.widgets.alarms", family, 1731772840,
+                               "tessary://alarms"}));
         }
     }
-    EXPECT_EQ(run("render alarms $ASK --format text").out,
+    const std::string parse = "import sys, xml.dom.minidom as dom; dom.parse(sys.argv[1])";
+    EXPECT_EQ(std::system(("python3 -c '" + parse + "' " + folder_ + "/a.svg").c_str()), 0);
+    EXPECT_EQ(output("render alarms $ASK --format text"),
               "Alarms firing\n4\nPaused · sign in\n3 watched · just now\n");
 }
 
-/// No locale is generated on the machine for any of these.
+/// Of none of these locales has the machine generated any data.
 TEST_F(Program, SpeaksTheEnvironmentsLanguageAtItsTime) {
-    for (const auto& [variables, time, phrase] : std::vector<std::array<std::string, 3>>{
-             {"", "16:01:40+00:00", "1 min. ago"},
-             {"LC_ALL=C", "16:01:40+00:00", "1 min. ago"},
-             {"LANG=de_DE.UTF-8 TZ=Europe/Berlin", "17:01:40+01:00", "vor 1 Min."},
-             {"LANG=en_US LC_TIME=de_DE TZ=:Asia/Tokyo", "2024-11-17T01:01:40+09:00", "vor 1 Min."},
-             {"LANG=en_US LC_TIME=en_GB LC_ALL=fr_FR.UTF-8 TZ=Nowhere", "16:01:40+00:00",
-              "il y a 1"},
-             {"LC_ALL= LC_TIME= LANG=ja_JP.UTF-8", "16:01:40+00:00", "1 分前"},
-             {"LC_MESSAGES=de_DE LC_NUMERIC=de_DE", "16:01:40+00:00", "1 min. ago"}}) {
-        const std::string lines = run("timeline alarms $ASK", variables).out;
-        const std::string second = lines.substr(lines.find('\n') + 1);
-        EXPECT_THAT(second.substr(0, second.find('\n')), AllOf(HasSubstr(time), HasSubstr(phrase)))
-            << variables;
-        EXPECT_EQ(run("timeline alarms $ASK --locale en_US --time-zone UTC", variables).out,
-                  run("timeline alarms $ASK").out);
+    const std::string american = output("timeline alarms $ASK");
+    for (const auto& row : table(R"(
+                                                          | 16:01:40+00:00            | 1 min. ago
+        LC_ALL=C                                          | 16:01:40+00:00            | 1 min. ago
+        LANG=de_DE.UTF-8 TZ=Europe/Berlin                 | 17:01:40+01:00            | vor 1 Min.
+        LANG=en_US LC_TIME=de_DE TZ=:Asia/Tokyo           | 2024-11-17T01:01:40+09:00 | vor 1 Min.
+        LANG=en_US LC_TIME=en_GB LC_ALL=fr_FR TZ=Nowhere  | 16:01:40+00:00            | il y a 1
+        LC_ALL= LC_TIME= LANG=ja_JP.UTF-8                 | 16:01:40+00:00            | 1 分前
+        LC_MESSAGES=de_DE LC_NUMERIC=de_DE                | 16:01:40+00:00            | 1 min. ago)")) {
+        const std::string lines = output("timeline alarms $ASK", row.at(0));
+        const auto second = lines.find('\n') + 1;
+        EXPECT_THAT(lines.substr(second, lines.find('\n', second) - second),
+                    AllOf(HasSubstr(row.at(1)), HasSubstr(row.at(2))));
+        EXPECT_EQ(output("timeline alarms $ASK --locale en_US --time-zone UTC", row.at(0)),
+                  american);
     }
 }
 
 TEST_F(Program, FindsItsContainerThroughItsDictionary) {
-    const std::string group = container_ / "none/group-containers/com.tessary.desktop";
-    std::filesystem::create_directories(group);
-    std::filesystem::rename(container_ / "widgets", group + "/widgets");
-    EXPECT_THAT(run("render alarms --format text").out, HasSubstr("Paused · sign in"));
-    EXPECT_THAT(run("render alarms --format text", "XDG_DATA_HOME=/nowhere").out,
-                HasSubstr("Not watching"));
-    EXPECT_THAT(run("render alarms --format text --info /nowhere").out, HasSubstr("Not watching"));
+    std::filesystem::create_directories(container_ / "data/group-containers/com.tessary.desktop");
+    std::filesystem::rename(container_ / "widgets",
+                            container_ / "data/group-containers/com.tessary.desktop/widgets");
+    const std::string words = "render alarms --format text";
+    EXPECT_THAT(output(words), HasSubstr("Paused · sign in"));
+    EXPECT_THAT(output(words, "XDG_DATA_HOME=/nowhere"), HasSubstr("Not watching"));
+    EXPECT_THAT(output(words + " --info /nowhere"), HasSubstr("Not watching"));
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
-// Surroundings of a test's own: container, clock, locale and zone. Nothing is the machine's.
+// A shared container and surroundings of a test's own: clock, locale and zone, nothing the
+// machine's.
 #pragma once
 
 #include "platform/foundation/fixtures.h"
@@ -6,17 +7,9 @@
 
 namespace tessary {
 
-/// When the example document was written, and forty seconds later.
-inline constexpr foundation::Date exampleUpdated{1731772800};
-inline constexpr foundation::Date exampleNow{1731772840};
-
 /// Two profiles in three regions, one of them signed out; four alarms, three of them listed.
 inline constexpr const char* exampleAlarms = R"({
-  "schemaVersion": 1,
-  "state": "watching",
-  "updatedMs": 1731772800000,
-  "intervalSeconds": 60,
-  "firing": 4,
+  "schemaVersion": 1, "state": "watching", "updatedMs": 1731772800000, "intervalSeconds": 60, "firing": 4,
   "targets": [
     { "profile": "prod", "region": "us-east-1", "firing": 2, "authExpired": false, "failed": false },
     { "profile": "prod", "region": "eu-west-1", "firing": 1, "authExpired": false, "failed": true },
@@ -28,21 +21,22 @@ inline constexpr const char* exampleAlarms = R"({
     { "name": "ingest-lambda-errors", "profile": "shared", "region": "us-east-1", "updatedMs": null, "reason": "" }
   ]
 })";
+inline constexpr foundation::Date exampleUpdated{1731772800};
+inline constexpr foundation::Date exampleNow{1731772840};
 
 /// A group's container with the folder "widgets" in it; goes when the test does.
 class Container : public foundation::TemporaryFolder {
 public:
     Container() { std::filesystem::create_directory(*this / "widgets"); }
 
-    std::filesystem::path root() const { return *this / ""; }
     void put(const std::string& name, const std::string& bytes) const {
         write("widgets/" + name + ".json", bytes);
     }
-    /// The surroundings of a program whose group shares this folder.
-    foundation::Surroundings surroundings(foundation::Date now = exampleNow) const {
-        return {.clock = [now] { return now; },
+    /// Surroundings in which this is the container of the program's group.
+    foundation::Surroundings surroundings() const {
+        return {.clock = [] { return exampleNow; },
                 .information = [](auto) { return "A1.com.tessary.desktop"; },
-                .container = [root = root()](auto) { return root; },
+                .container = [root = *this / ""](auto) { return root; },
                 .locale = {"en_US", "UTC"}};
     }
 };

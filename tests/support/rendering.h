@@ -1,7 +1,7 @@
 // Views laid out with real type, and their display lists as text.
 #pragma once
 
-#include <cstdio>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -19,15 +19,13 @@ inline foundation::Surroundings viewSurroundings(const std::string& locale = "en
             .locale = {locale, "UTC"}};
 }
 
-/// A small card, of which the content is offered 132 x 132 points.
+/// Cards that offer their content 132 x 132 and 312 x 132 points.
 inline constexpr views::Surface smallCard{{164, 164}, views::EdgeInsets::all(16), 22, 2};
-/// A medium card, of which the content is offered 312 x 132 points.
 inline constexpr views::Surface mediumCard{{344, 164}, views::EdgeInsets::all(16), 22, 2};
 
-/// Always the same typesetter: it remembers what it measured.
 inline views::DisplayList rendered(const views::View& view, const views::Surface& card = smallCard,
                                    const views::Environment& environment = {}) {
-    static drawing::PangoTypesetter typesetter{"en_US"};
+    static drawing::PangoTypesetter typesetter{"en_US"};  // remembers what it measured
     return views::layOut(view, card, environment, typesetter);
 }
 
@@ -35,42 +33,32 @@ inline views::TextElement textAt(const views::DisplayList& list, std::size_t ind
     return std::get<views::TextElement>(list.elements.at(index).content);
 }
 
-/// Prints what does not depend on the typeface that stands in.
-struct ElementPrinter {
-    std::string operator()(const views::TextElement& text) const {
-        std::string result = '"' + text.text + '"' + shared(text.font, text.color);
-        if (text.font.design == views::FontDesign::rounded) result += " rounded";
-        if (text.font.monospacedDigits) result += " digits";
-        if (text.lineLimit) result += " limit " + std::to_string(*text.lineLimit);
-        return text.truncation == views::Truncation::middle ? result + " middle" : result;
-    }
-    std::string operator()(const views::SymbolElement& symbol) const {
-        return '<' + symbol.name + '>' + shared(symbol.font, symbol.color);
-    }
-    std::string operator()(const views::RectangleElement& rectangle) const {
-        return "rectangle" + printed(rectangle.color);
-    }
-    std::string operator()(const auto&) const { return "another element"; }
-
-private:
-    static std::string printed(const views::Color& color) {
-        return ' ' + color.hex() + (color.opacity == 1 ? "" : " faded");
-    }
-    static std::string shared(const views::Font& font, const views::Color& color) {
-        return ' ' + std::to_string(std::lround(font.size)) + ' ' +
-               std::string{foundation::name(font.weight)} + printed(color);
-    }
-};
-
-/// The elements of a list in paint order, each on a line of its own that begins with a line break:
+/// The elements in paint order, each on a line that begins with a line break. Left out is what
+/// depends on the typeface that stands in:
 ///
 ///     "\n<bell.slash> 22 medium #7C838E\n\"+1 more\" 11 regular #7C838E limit 1"
 inline std::string described(const views::DisplayList& list) {
-    std::string text;
-    for (const views::Element& element : list.elements)
-        text += '\n' + std::visit(ElementPrinter{}, element.content) +
-                (element.accent ? " accent" : "");
-    return text;
+    std::string result;
+    const auto add = [&](const std::string& what, const auto& element) {
+        result += what + ' ' + std::to_string(std::lround(element.font.size)) + ' ';
+        result += std::string{foundation::name(element.font.weight)} + ' ' + element.color.hex();
+    };
+    for (const views::Element& element : list.elements) {
+        result += '\n';
+        if (const auto* text = std::get_if<views::TextElement>(&element.content)) {
+            add('"' + text->text + '"', *text);
+            if (text->font.design == views::FontDesign::rounded) result += " rounded";
+            if (text->font.monospacedDigits) result += " digits";
+            if (text->lineLimit) result += " limit " + std::to_string(*text->lineLimit);
+            if (text->truncation == views::Truncation::middle) result += " middle";
+        } else if (const auto* symbol = std::get_if<views::SymbolElement>(&element.content)) {
+            add('<' + symbol->name + '>', *symbol);
+        } else {
+            result += "rectangle " + std::get<views::RectangleElement>(element.content).color.hex();
+        }
+        if (element.accent) result += " accent";
+    }
+    return result;
 }
 
 }  // namespace tessary
