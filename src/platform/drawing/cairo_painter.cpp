@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "platform/drawing/card.h"
+#include "platform/drawing/release.h"
 #include "platform/drawing/symbols.h"
 
 namespace tessary::drawing {
@@ -21,16 +22,9 @@ using views::Rect;
 
 namespace {
 
-template <auto release>
-struct Release {
-    template <class Object>
-    void operator()(Object* object) const {
-        release(object);
-    }
-};
-using SurfacePtr = std::unique_ptr<cairo_surface_t, Release<cairo_surface_destroy>>;
-using ContextPtr = std::unique_ptr<cairo_t, Release<cairo_destroy>>;
-using PatternPtr = std::unique_ptr<cairo_pattern_t, Release<cairo_pattern_destroy>>;
+using SurfacePtr = Owned<cairo_surface_t, cairo_surface_destroy>;
+using ContextPtr = Owned<cairo_t, cairo_destroy>;
+using PatternPtr = Owned<cairo_pattern_t, cairo_pattern_destroy>;
 
 /// Restores the state of a context when it goes.
 class Saved {

@@ -41,31 +41,26 @@ struct Range {
     unsigned extraBits{};
 };
 
-/// Lengths from 3 on: four ranges of each size, the size doubling from the third four on; 258 has
-/// a symbol of its own.
-constexpr auto lengthRanges = [] {
-    std::array<Range, 29> ranges{};
-    std::uint32_t first = 3;
-    for (unsigned i = 0; i < 28; ++i) {
-        const unsigned extra = i < 8 ? 0 : i / 4 - 1;
+/// Ranges that follow one another from `first` on, `perSize` of each size; the sizes double from
+/// the third such group on.
+template <std::size_t count>
+constexpr std::array<Range, count> rangesFrom(std::uint32_t first, unsigned perSize) {
+    std::array<Range, count> ranges{};
+    for (unsigned i = 0; i < count; ++i) {
+        const unsigned extra = i < 2 * perSize ? 0 : i / perSize - 1;
         ranges[i] = {first, extra};
         first += 1U << extra;
     }
-    ranges[28] = {258, 0};
     return ranges;
-}();
+}
 
-/// Distances from 1 on: two ranges of each size, the size doubling from the third two on.
-constexpr auto distanceRanges = [] {
-    std::array<Range, 30> ranges{};
-    std::uint32_t first = 1;
-    for (unsigned i = 0; i < 30; ++i) {
-        const unsigned extra = i < 4 ? 0 : i / 2 - 1;
-        ranges[i] = {first, extra};
-        first += 1U << extra;
-    }
+/// The longest length has a symbol of its own.
+constexpr auto lengthRanges = [] {
+    auto ranges = rangesFrom<29>(3, 4);
+    ranges.back() = {longestMatch, 0};
     return ranges;
 }();
+constexpr auto distanceRanges = rangesFrom<30>(1, 2);
 
 /// What is written for a value: the symbol's code with the extra bits behind it.
 template <class SymbolCode>

@@ -4,22 +4,17 @@
 #include <fontconfig/fontconfig.h>
 #include <hb.h>
 
+#include "platform/drawing/release.h"
+
 namespace tessary::drawing {
 
 namespace {
 
-template <auto release>
-struct Release {
-    template <class Object>
-    void operator()(Object* object) const {
-        release(object);
-    }
-};
-using FontPtr = std::unique_ptr<hb_font_t, Release<hb_font_destroy>>;
-using BufferPtr = std::unique_ptr<hb_buffer_t, Release<hb_buffer_destroy>>;
-using DrawFunctionsPtr = std::unique_ptr<hb_draw_funcs_t, Release<hb_draw_funcs_destroy>>;
-using PatternPtr = std::unique_ptr<FcPattern, Release<FcPatternDestroy>>;
-using CairoFacePtr = std::unique_ptr<cairo_font_face_t, Release<cairo_font_face_destroy>>;
+using FontPtr = Owned<hb_font_t, hb_font_destroy>;
+using BufferPtr = Owned<hb_buffer_t, hb_buffer_destroy>;
+using DrawFunctionsPtr = Owned<hb_draw_funcs_t, hb_draw_funcs_destroy>;
+using PatternPtr = Owned<FcPattern, FcPatternDestroy>;
+using CairoFacePtr = Owned<cairo_font_face_t, cairo_font_face_destroy>;
 
 /// Reads outlines, which run upward in the font's units, into a path that runs downward.
 struct OutlineReader {

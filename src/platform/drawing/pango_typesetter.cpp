@@ -10,6 +10,7 @@
 #include <tuple>
 #include <utility>
 
+#include "platform/drawing/release.h"
 #include "platform/drawing/symbols.h"
 
 namespace tessary::drawing {
@@ -75,20 +76,13 @@ Cut roundedCut(const Font& font) {
     return {light, size, round.stroke * size, round.tracking * size};
 }
 
-template <auto release>
-struct Release {
-    template <class Object>
-    void operator()(Object* object) const {
-        release(object);
-    }
-};
-using MapPtr = std::unique_ptr<PangoFontMap, Release<g_object_unref>>;
-using ContextPtr = std::unique_ptr<PangoContext, Release<g_object_unref>>;
-using AttributesPtr = std::unique_ptr<PangoAttrList, Release<pango_attr_list_unref>>;
-using DescriptionPtr = std::unique_ptr<PangoFontDescription, Release<pango_font_description_free>>;
-using GlyphsPtr = std::unique_ptr<PangoGlyphString, Release<pango_glyph_string_free>>;
-using FontPtr = std::unique_ptr<PangoFont, Release<g_object_unref>>;
-using ItemPtr = std::unique_ptr<PangoItem, Release<pango_item_free>>;
+using MapPtr = Owned<PangoFontMap, g_object_unref>;
+using ContextPtr = Owned<PangoContext, g_object_unref>;
+using AttributesPtr = Owned<PangoAttrList, pango_attr_list_unref>;
+using DescriptionPtr = Owned<PangoFontDescription, pango_font_description_free>;
+using GlyphsPtr = Owned<PangoGlyphString, pango_glyph_string_free>;
+using FontPtr = Owned<PangoFont, g_object_unref>;
+using ItemPtr = Owned<PangoItem, pango_item_free>;
 
 /// All fonts of the machine, and the stand-in wherever its folder is. Made current before Pango's
 /// first call, which would else load the configuration once more on a thread of its own.
