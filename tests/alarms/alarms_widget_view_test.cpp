@@ -167,6 +167,11 @@ TEST(AlarmsWidgetView, KeepsItsDistancesAtEveryScale) {
         EXPECT_EQ(quiet.elements[2].frame.minX() - symbol.maxX(), 6);
         EXPECT_NEAR(quiet.elements[2].frame.midY(), symbol.midY(), 1 / scale);
     }
+    // On a card too low for them the texts keep four points between them.
+    const views::Surface low{{164, 60}, views::EdgeInsets::all(16), 22, 2};
+    const DisplayList list = rendered(Summary{watching(4), {1731772840}}, low);
+    for (const std::size_t i : {1U, 2U})
+        EXPECT_EQ(list.elements.at(i).frame.minY() - list.elements[i - 1].frame.maxY(), 4);
 }
 
 void expectWithin(const DisplayList& list, std::size_t first, double left, double right) {
