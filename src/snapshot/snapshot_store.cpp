@@ -1,6 +1,5 @@
 #include "snapshot/snapshot_store.h"
 
-#include "platform/foundation/files.h"
 #include "platform/foundation/surroundings.h"
 
 namespace tessary::snapshot {
@@ -23,7 +22,8 @@ std::optional<std::string> SnapshotStore::readBytes(std::string_view name) {
     if (!group) return std::nullopt;
     const auto container = foundation::surroundings().container(*group);
     if (!container) return std::nullopt;
-    auto contents = foundation::readFile(*container / ("widgets/" + std::string{name} + ".json"));
+    auto contents =
+        foundation::surroundings().read(*container / ("widgets/" + std::string{name} + ".json"));
     if (auto* bytes = std::get_if<std::string>(&contents)) return std::move(*bytes);
     return std::nullopt;
 }

@@ -6,7 +6,7 @@
 #include <type_traits>
 #include <variant>
 
-#include "platform/foundation/files.h"
+#include "platform/foundation/surroundings.h"
 
 namespace tessary::foundation {
 namespace {
@@ -18,7 +18,7 @@ using PropertyList = std::unique_ptr<std::remove_pointer_t<plist_t>, FreePropert
 
 /// Nothing where the file is no property list.
 PropertyList readPropertyList(const std::filesystem::path& file) {
-    const auto contents = readFile(file);
+    const auto contents = surroundings().read(file);
     const auto* const bytes = std::get_if<std::string>(&contents);
     if (bytes == nullptr || bytes->size() > largestPropertyList) return nullptr;
     plist_t list = nullptr;

@@ -1,4 +1,5 @@
-// What the process stands in: the clock, the information dictionary, the containers, the locale.
+// What the process stands in: the clock, the information dictionary, the containers, the
+// files, the locale.
 //
 // A host sets them once, before its first request; providers, the snapshot store and locale texts
 // read them. Views and display states read none of it.
@@ -14,6 +15,7 @@
 #include <string_view>
 
 #include "platform/foundation/date.h"
+#include "platform/foundation/files.h"
 #include "platform/foundation/group_containers.h"
 #include "platform/foundation/user_locale.h"
 
@@ -28,6 +30,9 @@ struct Surroundings {
     /// The folder that a group shares; none where there is none.
     std::function<std::optional<std::filesystem::path>(std::string_view group)> container{
         groupContainer};
+    /// What a file holds, as `readFile` tells it; all files of requests are read by it.
+    std::function<FileContents(const std::filesystem::path&)> read{
+        [](const std::filesystem::path& file) { return readFile(file); }};
     UserLocale locale{};
 };
 
