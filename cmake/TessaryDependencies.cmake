@@ -16,13 +16,17 @@ if(TESSARY_BENCHMARKS)
   find_package(benchmark REQUIRED)
 endif()
 
-# ICU, Cairo and the C++ library are linked into the program itself: their thousands of names would
+# ICU, Cairo, libseccomp and the C++ library are linked into the program itself: their thousands of names would
 # else be looked up at every start, and Cairo would bring the X11 libraries, which nothing here calls
 # (docs/dependencies.md has the figures).
 find_library(TESSARY_CAIRO_ARCHIVE libcairo.a REQUIRED)
+find_library(TESSARY_SECCOMP_ARCHIVE libseccomp.a REQUIRED)
 find_library(TESSARY_ICU_I18N_ARCHIVE libicui18n.a REQUIRED)
 find_library(TESSARY_ICU_UC_ARCHIVE libicuuc.a REQUIRED)
 find_library(TESSARY_ICU_DATA_ARCHIVE libicudata.a REQUIRED)
+
+add_library(tessary_seccomp INTERFACE)
+target_link_libraries(tessary_seccomp INTERFACE "${TESSARY_SECCOMP_ARCHIVE}")
 
 add_library(tessary_icu INTERFACE)
 target_link_libraries(tessary_icu INTERFACE "${TESSARY_ICU_I18N_ARCHIVE}" "${TESSARY_ICU_UC_ARCHIVE}"

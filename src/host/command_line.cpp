@@ -28,7 +28,7 @@ struct Words {
     Word container{}, info{}, request{}, pin{}, at{}, locale{}, timeZone{};
     Word family{}, entry{}, scale{}, format{}, output{};
     std::vector<std::string> ids{};
-    bool preview{}, noPin{}, json{}, redacted{};
+    bool preview{}, noPin{}, json{}, redacted{}, requireSandbox{};
 };
 
 template <class Case>
@@ -134,8 +134,10 @@ public:
         timeline_ = command("timeline", "Ask a widget's provider and show its entries");
         render_ = command("render", "Ask a widget's provider and render one entry");
         pins_ = command("pins", "Show what a pin widget can be configured with");
+        serve_ = command("serve", "Answer requests, a line of JSON each, until the input ends");
         for (CLI::App* asking : {timeline_, render_}) addRequestOptions(asking);
         addPinsOptions();
+        addServeOptions();
         for (CLI::App* printing : {list_, timeline_, pins_})
             printing->add_flag("--json", words_.json, "Print JSON");
         addPictureOptions(render_);
@@ -195,12 +197,23 @@ private:
                "The pin that the widget is configured with (default: the first of the file)");
         sub->add_flag("--no-pin", words_.noPin, "The widget is configured with no pin")
             ->group(group);
+        addUserOptions(sub, group);
+    }
+
+    void addUserOptions(CLI::App* sub, const std::string& group) {
         option(sub, group, "--at", words_.at, "TIME",
                "The current time: seconds since 1970 or RFC 3339 (default: the clock's)");
         option(sub, group, "--locale", words_.locale, "NAME",
                "The user's locale (default: the environment's)");
         option(sub, group, "--time-zone", words_.timeZone, "NAME",
                "The user's time zone (default: the environment's)");
+    }
+
+    void addServeOptions() {
+        addPlaceOptions(serve_, "Surroundings");
+        addUserOptions(serve_, "Surroundings");
+        serve_->add_flag("--require-sandbox", words_.requireSandbox,
+                         "Refuse to run where the kernel cannot shut every door");
     }
 
     void addPinsOptions() {
@@ -244,6 +257,7 @@ private:
         for (const CLI::App* sub : app_.get_subcommands())
             if (!sub->remaining().empty()) return unexpected(*sub);
         if (list_->parsed()) return ListCommand{words_.json};
+        if (serve_->parsed()) return ServeCommand{requestOptions(words_), words_.requireSandbox};
         if (words_.widget.empty())
             return UsageFault{
                 "no widget given: expected alarms, alarm, metric, or a kind identifier"};
@@ -284,6 +298,7 @@ private:
     CLI::App* timeline_{};
     CLI::App* render_{};
     CLI::App* pins_{};
+    CLI::App* serve_{};
 };
 
 }  // namespace

@@ -10,18 +10,11 @@
 #include <variant>
 #include <vector>
 
-#include "host/picture_format.h"
+#include "host/picture_options.h"
+#include "host/widget_lookup.h"
 #include "platform/foundation/date.h"
-#include "platform/widgets/provider_context.h"
 
 namespace tessary::host {
-
-/// Which entity a widget's configuration holds.
-struct PinChoice {
-    enum class Kind { defaultResult, none, identifier } kind{Kind::defaultResult};
-    std::string identifier{};  ///< for an identifier; may be empty
-    bool operator==(const PinChoice&) const = default;
-};
 
 struct RequestOptions {
     std::optional<std::filesystem::path> container{};
@@ -32,15 +25,6 @@ struct RequestOptions {
     std::optional<foundation::Date> at{};
     std::optional<std::string> locale{};  ///< ICU form
     std::optional<std::string> timeZone{};
-};
-
-struct PictureOptions {
-    widgets::WidgetFamily family{widgets::WidgetFamily::systemSmall};
-    std::size_t entry{};
-    bool redacted{};
-    double scale{2};  ///< pixels per point, 1 to 4
-    PictureFormat format{PictureFormat::png};
-    std::optional<std::filesystem::path> output{};  ///< none: standard output
 };
 
 struct ListCommand {
@@ -62,6 +46,10 @@ struct PinsCommand {
     std::vector<std::string> ids{};  ///< none: what an editor suggests
     bool json{};
 };
+struct ServeCommand {
+    RequestOptions request{};  ///< the surroundings of all requests
+    bool requireSandbox{};     ///< refuse to go on where the kernel lacks a part of it
+};
 /// Help or the version, asked for.
 struct Information {
     std::string text{};
@@ -71,8 +59,8 @@ struct UsageFault {
     std::string message{};
 };
 
-using Call =
-    std::variant<ListCommand, TimelineCommand, RenderCommand, PinsCommand, Information, UsageFault>;
+using Call = std::variant<ListCommand, TimelineCommand, RenderCommand, PinsCommand, ServeCommand,
+                          Information, UsageFault>;
 
 /// Understands the words behind the program's name. Never throws, prints or exits.
 Call parseCommandLine(const std::vector<std::string>& words);

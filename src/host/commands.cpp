@@ -5,7 +5,9 @@
 #include <iostream>
 #include <unistd.h>
 
+#include "host/descriptions.h"
 #include "host/output.h"
+#include "host/serve.h"
 #include "host/widget_host.h"
 #include "host/widget_lookup.h"
 #include "platform/foundation/json_writing.h"
@@ -38,27 +40,9 @@ int print(const std::string& text) {
     return fault ? report(failed, *fault) : done;
 }
 
-void write(JSONWriter& json, const WidgetConfiguration& widget) {
-    std::vector<std::string> families;
-    for (const auto family : widget.families) families.emplace_back(name(family));
-    json.object([&] {
-        json.member("kind", widget.kind);
-        json.member("configuration", widget.intent ? "intent" : "static");
-        json.member("intent", widget.intent ? std::optional{widget.intent->title} : std::nullopt);
-        json.member("displayName", widget.displayName);
-        json.member("description", widget.text);
-        json.member("families", families);
-    });
-}
-
-std::string listAsJSON(const std::vector<WidgetConfiguration>& widgets) {
+std::string listAsJSON() {
     JSONWriter json{JSONWriter::Style::indented};
-    json.object([&] {
-        json.member("bundle", "TessaryWidgets");
-        json.key("widgets").array([&] {
-            for (const WidgetConfiguration& widget : widgets) write(json, widget);
-        });
-    });
+    json.object([&] { describeBundle(json); });
     return json.text() + "\n";
 }
 
@@ -90,11 +74,7 @@ std::string timelineAsJSON(const std::string& kind, widgets::Request request,
                 });
             }
         });
-        json.key("policy");
-        if (timeline.policy)
-            json.object([&] { json.member("after", timeline.policy->after); });
-        else
-            json.null();
+        describePolicy(json, timeline);
     });
     return json.text() + "\n";
 }
@@ -131,27 +111,8 @@ std::string entitiesAsText(const std::vector<intents::AppEntity>& entities) {
 std::string pinsAsJSON(const intents::WidgetConfigurationIntent& intent,
                        const std::vector<std::string>& ids) {
     JSONWriter json{JSONWriter::Style::indented};
-    json.object([&] {
-        json.member("type", intent.entityType);
-        if (!ids.empty()) {
-            json.member("entities", intent.entities(ids));
-            return;
-        }
-        json.member("default", intent.defaultResult());
-        json.member("suggested", intent.suggestedEntities());
-    });
+    json.object([&] { describePins(json, intent, ids); });
     return json.text() + "\n";
-}
-
-/// What a widget's configuration holds when a request reaches its provider.
-std::optional<intents::AppEntity> chosen(const intents::WidgetConfigurationIntent& intent,
-                                         const PinChoice& choice) {
-    switch (choice.kind) {
-        case PinChoice::Kind::defaultResult: return intent.defaultResult();
-        case PinChoice::Kind::none: return std::nullopt;
-        case PinChoice::Kind::identifier: break;
-    }
-    return intent.entities({choice.identifier}).front();
 }
 
 struct Runner {
@@ -159,8 +120,12 @@ struct Runner {
     int operator()(const UsageFault& fault) const { return report(wrongCall, fault.message); }
 
     int operator()(const ListCommand& command) const {
-        const auto widgets = shell::TessaryWidgets{}.body();
-        return print(command.json ? listAsJSON(widgets) : listAsText(widgets));
+        return print(command.json ? listAsJSON() : listAsText(shell::TessaryWidgets{}.body()));
+    }
+
+    int operator()(const ServeCommand& command) const {
+        const auto fault = serve(command);
+        return fault ? report(failed, *fault) : done;
     }
 
     int operator()(const TimelineCommand& command) const {
@@ -222,7 +187,8 @@ private:
             return report(wrongCall, "--pin and --no-pin are not for '" + word +
                                          "': expected alarm, metric, or their kind identifiers");
         const foundation::ScopedSurroundings scope{surroundingsFor(options)};
-        const auto choice = widget->intent ? chosen(*widget->intent, options.pin) : std::nullopt;
+        const auto choice =
+            widget->intent ? configured(*widget->intent, options.pin) : std::nullopt;
         return use(widget->kind,
                    widget->answer(options.request, {family, options.preview}, choice));
     }

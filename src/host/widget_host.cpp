@@ -2,12 +2,7 @@
 
 #include <system_error>
 
-#include "platform/drawing/cairo_painter.h"
-#include "platform/drawing/json_painter.h"
-#include "platform/drawing/pango_typesetter.h"
-#include "platform/drawing/png_encoder.h"
-#include "platform/drawing/svg_painter.h"
-#include "platform/drawing/text_painter.h"
+#include "host/renderer.h"
 #include "platform/foundation/information_dictionary.h"
 
 namespace tessary::host {
@@ -18,16 +13,6 @@ using foundation::Surroundings;
 using foundation::UserLocale;
 
 namespace {
-
-/// The dictionary that came with the program: beside it where it was built, in the shared data
-/// where it was installed.
-InformationDictionary installedDictionary() {
-    std::error_code ignored;
-    const fs::path folder = fs::read_symlink("/proc/self/exe", ignored).parent_path();
-    const fs::path beside = folder / "Info.plist";
-    if (fs::exists(beside, ignored)) return InformationDictionary{beside};
-    return InformationDictionary{folder.parent_path() / "share/tessary-widgets/Info.plist"};
-}
 
 /// The group that a container given by hand belongs to.
 std::optional<std::string> anyGroup(std::string_view) { return "com.tessary.desktop"; }
@@ -40,12 +25,21 @@ UserLocale localeFor(const RequestOptions& options) {
     return locale;
 }
 
+/// The first dictionary that is there, or the last.
+InformationDictionary dictionary(const std::vector<fs::path>& places) {
+    std::error_code ignored;
+    for (const fs::path& place : places)
+        if (fs::exists(place, ignored)) return InformationDictionary{place};
+    return InformationDictionary{places.back()};
+}
+
 }  // namespace
 
-views::Surface surface(widgets::WidgetFamily family, double scale) {
-    constexpr double height = 164;
-    const bool medium = family == widgets::WidgetFamily::systemMedium;
-    return {{medium ? 344 : height, height}, views::EdgeInsets::all(16), 22, scale};
+std::vector<fs::path> dictionaryPlaces(const RequestOptions& options) {
+    if (options.info) return {*options.info};
+    std::error_code ignored;
+    const fs::path folder = fs::read_symlink("/proc/self/exe", ignored).parent_path();
+    return {folder / "Info.plist", folder.parent_path() / "share/tessary-widgets/Info.plist"};
 }
 
 Surroundings surroundingsFor(const RequestOptions& options) {
@@ -55,8 +49,8 @@ Surroundings surroundingsFor(const RequestOptions& options) {
     if (options.container && !options.info) {
         result.information = anyGroup;
     } else {
-        result.information = [given = options.info](std::string_view key) {
-            return (given ? InformationDictionary{*given} : installedDictionary()).text(key);
+        result.information = [places = dictionaryPlaces(options)](std::string_view key) {
+            return dictionary(places).text(key);
         };
     }
     result.locale = localeFor(options);
@@ -65,22 +59,8 @@ Surroundings surroundingsFor(const RequestOptions& options) {
 
 std::string picture(const std::string& kind, const widgets::WidgetEntry& entry,
                     const PictureOptions& options) {
-    views::Environment environment;
-    environment.widgetFamily = options.family;
-    environment.redaction.placeholder = options.redacted;
-    drawing::PangoTypesetter typesetter{foundation::surroundings().locale.identifier};
-    const views::DisplayList list =
-        views::layOut(entry.view, surface(options.family, options.scale), environment, typesetter);
-
-    switch (options.format) {
-        case PictureFormat::png: return drawing::encodePNG(drawing::paintPixels(list, typesetter));
-        case PictureFormat::svg: return drawing::paintSVG(list, typesetter);
-        case PictureFormat::pdf: return drawing::paintPDF(list, typesetter, entry.date);
-        case PictureFormat::json:
-            return drawing::paintJSON(list, {kind, options.family, entry.date});
-        case PictureFormat::text: return drawing::paintText(list) + "\n";
-    }
-    return {};
+    Renderer renderer{foundation::surroundings().locale.identifier};
+    return renderer.paint(renderer.layOut(entry, options), kind, entry.date, options);
 }
 
 }  // namespace tessary::host

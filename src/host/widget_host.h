@@ -1,19 +1,20 @@
-// What a widget host decides: sizes, margins, the surroundings of a request, and how an entry
-// becomes a picture.
+// What a widget host decides: the surroundings of a request, and how an entry becomes a picture.
 #pragma once
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "host/command_line.h"
 #include "platform/foundation/surroundings.h"
-#include "platform/views/layout.h"
 #include "platform/widgets/widget_configuration.h"
 
 namespace tessary::host {
 
-/// The card of a family, in points: 164 x 164 or 344 x 164, margins of 16, corners of 22.
-views::Surface surface(widgets::WidgetFamily family, double scale);
+/// Where the information dictionary is looked for, the first that is there counting: what was
+/// given; else beside the program, where it was built, and in the shared data, where it was
+/// installed.
+std::vector<std::filesystem::path> dictionaryPlaces(const RequestOptions& options);
 
 /// What a request is to run in: its options, and the machine's own for those not given.
 ///

@@ -15,4 +15,14 @@ std::optional<widgets::WidgetConfiguration> findWidget(std::string_view word) {
     return std::nullopt;
 }
 
+std::optional<intents::AppEntity> configured(const intents::WidgetConfigurationIntent& intent,
+                                             const PinChoice& choice) {
+    switch (choice.kind) {
+        case PinChoice::Kind::defaultResult: return intent.defaultResult();
+        case PinChoice::Kind::none: return std::nullopt;
+        case PinChoice::Kind::identifier: break;
+    }
+    return intent.entities({choice.identifier}).front();
+}
+
 }  // namespace tessary::host

@@ -49,6 +49,9 @@ struct CallPrinter {
         for (const std::string& id : pins.ids) ids += " id=" + id;
         return "pins " + pins.widget + printed(pins.request) + ids + (pins.json ? " json" : "");
     }
+    std::string operator()(const ServeCommand& serve) const {
+        return "serve" + printed(serve.request) + (serve.requireSandbox ? " sandboxed" : "");
+    }
     std::string operator()(const Information& information) const { return information.text; }
     std::string operator()(const UsageFault& fault) const { return "fault: " + fault.message; }
 };
@@ -69,6 +72,10 @@ TEST(CommandLine, KnowsItsCommands) {
     EXPECT_EQ(parsed("pins alarm --json"), "pins alarm" + requestDefaults + " json");
     EXPECT_EQ(parsed({"pins", "--id", "b", "metric", "--id=a", "--id", ""}),
               "pins metric" + requestDefaults + " id=b id=a id=");
+    EXPECT_EQ(parsed("serve"), "serve" + requestDefaults);
+    EXPECT_EQ(
+        parsed("serve --require-sandbox --container /c --locale de_DE --at 5"),
+        "serve container=/c info=? request=timeline at=5.000000 locale=de_DE zone=? sandboxed");
     EXPECT_EQ(parsed("render x.y"), "render x.y" + renderDefaults);
 }
 

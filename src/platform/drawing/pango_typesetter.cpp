@@ -10,6 +10,7 @@
 #include <tuple>
 #include <utility>
 
+#include "platform/drawing/machine_fonts.h"
 #include "platform/drawing/release.h"
 #include "platform/drawing/symbols.h"
 
@@ -84,18 +85,6 @@ using GlyphsPtr = Owned<PangoGlyphString, pango_glyph_string_free>;
 using FontPtr = Owned<PangoFont, g_object_unref>;
 using ItemPtr = Owned<PangoItem, pango_item_free>;
 
-/// All fonts of the machine, and the stand-in wherever its folder is. Made current before Pango's
-/// first call, which would else load the configuration once more on a thread of its own.
-FcConfig* machineFonts() {
-    static FcConfig* const config = [] {
-        FcConfig* made = FcInitLoadConfigAndFonts();
-        FcConfigAppFontAddDir(made, reinterpret_cast<const FcChar8*>(TESSARY_FONT_DIR));
-        FcConfigSetCurrent(made);
-        return made;
-    }();
-    return config;
-}
-
 /// Glyph positions are exact: no hinting, no rounding, so widths scale with the size.
 void withoutHinting(FcPattern* pattern, gpointer) {
     FcPatternDel(pattern, FC_HINTING);
@@ -165,7 +154,15 @@ public:
                       font.monospacedDigits};
         const auto found = lines_.find(key);
         if (found != lines_.end()) return found->second;
+        remembered_ += text.size();
         return lines_.emplace(key, made(text, font)).first->second;
+    }
+
+    void forgetIfMany() {
+        constexpr std::size_t many = 64U << 10U;  // bytes of text, some hundred pictures' worth
+        if (remembered_ < many) return;
+        lines_.clear();
+        remembered_ = 0;
     }
 
     std::vector<views::Cluster> clusters(std::string_view text, const Font& font) {
@@ -352,6 +349,7 @@ private:
     ContextPtr machineContext_{};
     std::map<PangoFont*, Kept> faces_{};
     std::map<Key, GlyphLine> lines_{};
+    std::size_t remembered_{};  ///< bytes of the texts in `lines_`
 };
 
 views::Path GlyphRun::outline() const {
@@ -381,5 +379,7 @@ views::Size PangoTypesetter::symbolSize(std::string_view name, const Font& font)
 const GlyphLine& PangoTypesetter::line(std::string_view text, const Font& font) {
     return shaper_->line(text, font);
 }
+
+void PangoTypesetter::forgetIfMany() { shaper_->forgetIfMany(); }
 
 }  // namespace tessary::drawing

@@ -58,8 +58,12 @@ public:
     std::vector<views::Cluster> clusters(std::string_view line, const views::Font& font) override;
     views::Size symbolSize(std::string_view name, const views::Font& font) override;
 
-    /// The glyphs of a line. The reference holds until the typesetter goes.
+    /// The glyphs of a line. The reference holds until the typesetter goes or forgets.
     const GlyphLine& line(std::string_view text, const views::Font& font);
+
+    /// Forgets the lines that it remembers once they are many, so that one that is kept for long
+    /// does not grow: call it between two pictures.
+    void forgetIfMany();
 
 private:
     class Shaper;

@@ -1,0 +1,91 @@
+#include "host/serve.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <iostream>
+#include <string_view>
+#include <unistd.h>
+
+#include "host/conversation.h"
+#include "host/requests.h"
+#include "host/widget_host.h"
+#include "platform/drawing/machine_fonts.h"
+#include "platform/sandbox/file_broker.h"
+#include "platform/sandbox/sandbox.h"
+#include "snapshot/snapshot_store.h"
+
+namespace tessary::host {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string joined(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) text += (text.empty() ? "" : "; ") + line;
+    return text;
+}
+
+/// A snapshot of a container that the options allow, or an information dictionary of theirs.
+class ServedFiles {
+public:
+    explicit ServedFiles(const RequestOptions& options)
+        : container_(options.container), dictionaries_(dictionaryPlaces(options)) {}
+
+    bool operator()(const fs::path& path) const {
+        const auto is = [&](const fs::path& dictionary) { return dictionary == path; };
+        return isSnapshot(path) || std::ranges::any_of(dictionaries_, is);
+    }
+
+private:
+    bool isSnapshot(const fs::path& path) const {
+        const fs::path root = path.parent_path().parent_path();
+        if (!std::ranges::count(snapshot::SnapshotStore::files, path.lexically_relative(root)))
+            return false;
+        if (container_) return root == *container_;
+        return root == foundation::groupContainer(root.filename().native());
+    }
+
+    std::optional<fs::path> container_;
+    std::vector<fs::path> dictionaries_;
+};
+
+/// A descriptor that is not open would be given to something else.
+std::optional<std::string> closedStream() {
+    if (::fcntl(STDIN_FILENO, F_GETFD) < 0)
+        return std::string{"cannot read standard input: "} + std::strerror(errno);
+    if (::fcntl(STDOUT_FILENO, F_GETFD) < 0)
+        return std::string{"cannot write standard output: "} + std::strerror(errno);
+    const bool hasErrorStream = ::fcntl(STDERR_FILENO, F_GETFD) >= 0;
+    if (!hasErrorStream && ::open("/dev/null", O_WRONLY) != STDERR_FILENO)
+        return "cannot open /dev/null";
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> serve(const ServeCommand& command) {
+    if (auto fault = closedStream()) return fault;
+    foundation::Surroundings surroundings = surroundingsFor(command.request);
+    sandbox::FileBroker broker{ServedFiles{command.request}};
+    surroundings.read = [&](const fs::path& path) { return broker.read(path); };
+    const foundation::ScopedSurroundings scope{surroundings};
+
+    const auto open = sandbox::enterSandbox({.readable = drawing::fontPlaces()});
+    if (!open.empty() && command.requireSandbox) return "no whole sandbox: " + joined(open);
+    if (!open.empty())
+        std::cerr << "tessary-widgets: running without a whole sandbox: " << joined(open) << '\n';
+
+    Extension extension{surroundings.locale.identifier};
+    return hold({STDIN_FILENO, STDOUT_FILENO}, [&](const Line& line) -> std::string {
+        if (line.isTooLong)
+            return refusal("line: longer than " + std::to_string(longestLine) + " bytes");
+        const bool isBlank = line.text.find_first_not_of(" \t\r") == std::string::npos;
+        return isBlank ? "" : extension.answer(line.text);
+    });
+}
+
+}  // namespace tessary::host

@@ -1,0 +1,17 @@
+// The extension as a process of its own: it answers requests on standard input and output until
+// the input ends, in a sandbox (platform/sandbox/sandbox.h).
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "host/command_line.h"
+
+namespace tessary::host {
+
+/// Serves until the input ends. What went wrong, if anything. What the kernel cannot shut of the
+/// sandbox is told once on standard error; with `requireSandbox` it is what went wrong, before a
+/// request is read.
+std::optional<std::string> serve(const ServeCommand& command);
+
+}  // namespace tessary::host

@@ -1,0 +1,38 @@
+// A process beside a sandboxed one that opens files for it.
+//
+// What a sandbox lets a process open is fixed when it is entered, by the folders that stand there
+// at that time. A container that is made, removed or replaced later needs somebody outside who
+// looks its path up anew: the broker, a small process that knows which paths it may open, parses
+// nothing but those, and hands over open files.
+//
+//     FileBroker broker{[](const std::filesystem::path& path) { return path == "/data/a.json"; }};
+//     enterSandbox({.readable = {{}}});                 // no path can be opened from here on
+//     broker.read("/data/a.json")                       // its bytes
+//     broker.read("/etc/passwd")                        // FileFault{"Operation not permitted"}
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <mutex>
+
+#include "platform/foundation/files.h"
+
+namespace tessary::sandbox {
+
+class FileBroker {
+public:
+    /// Starts the process, which gives up what it can, too, and ends with the one that started it.
+    /// Call it before the first thread starts. Throws std::system_error where no process can be
+    /// started.
+    explicit FileBroker(const std::function<bool(const std::filesystem::path&)>& mayOpen);
+
+    /// Reads as `foundation::readFile` does a file that the broker may open; for another, and when
+    /// the broker is gone, a fault. From any thread.
+    foundation::FileContents read(const std::filesystem::path& path);
+
+private:
+    foundation::Descriptor channel_{};
+    std::mutex turn_{};
+};
+
+}  // namespace tessary::sandbox

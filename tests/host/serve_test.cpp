@@ -1,0 +1,196 @@
+#include <cstddef>
+#include <gmock/gmock.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include "host/program.h"
+#include "platform/foundation/base64.h"
+#include "platform/foundation/json_writing.h"
+
+namespace tessary {
+
+struct ServedEntry {
+    double date{};
+    std::optional<std::string> url{};
+    std::string text{};
+    std::string picture{};
+    bool operator==(const ServedEntry&) const = default;
+};
+struct Reply {
+    std::optional<std::string> id{};
+    std::optional<std::string> error{};
+    std::optional<std::string> format{};
+    std::vector<ServedEntry> entries{};
+    bool operator==(const Reply&) const = default;
+};
+template <>
+inline constexpr auto foundation::fieldsOf<ServedEntry> =
+    std::tuple{Field{"date", &ServedEntry::date}, Field{"url", &ServedEntry::url},
+               Field{"text", &ServedEntry::text}, Field{"picture", &ServedEntry::picture}};
+template <>
+inline constexpr auto foundation::fieldsOf<Reply> =
+    std::tuple{Field{"id", &Reply::id}, Field{"error", &Reply::error},
+               Field{"format", &Reply::format}, Field{"entries", &Reply::entries}};
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class Serve : public Program {
+protected:
+    /// The replies to these lines.
+    std::string served(const std::string& lines) {
+        container_.write("in", lines);
+        return output("serve --require-sandbox $ASK <$C/in", "HOME=/nowhere");
+    }
+};
+
+TEST_F(Serve, DrawsBehindTheSandboxWhatTheCommandDrawsWithoutOne) {
+    for (const std::string name :
+         {"api-5xx", "مرحبا 12", "שלום", "日本語", "देवनागरी", "ไทย", "한국어",
+          "👩‍👩‍👧 🔥", "A\u0301\u0302", "\U00013000\uFDFF"}) {
+        std::string alarms = exampleAlarms;
+        container_.put("alarms", alarms.replace(alarms.find("api-5xx-rate-high"), 17, name));
+        const bool isFirst = name == "api-5xx";
+        for (const std::string format : {"png", "svg", "pdf", "json", "text"}) {
+            if (format != "png" && !isFirst) continue;
+            const auto reply = foundation::decodeJSON<Reply>(
+                served(R"({"request": "timeline", "widget": "alarms", "family": "medium",)"
+                       R"("scale": 3, "format": ")" +
+                       format + "\"}"));
+            ASSERT_TRUE(reply) << reply.fault().message();
+            ASSERT_EQ(reply.value().entries.size(), 5);
+            for (const int entry : isFirst ? std::vector{0, 1, 4} : std::vector{2}) {
+                const ServedEntry& told = reply.value().entries.at(std::size_t(entry));
+                const std::string drawn =
+                    output("render alarms $ASK --family medium --scale 3 --format " + format +
+                           " --entry " + std::to_string(entry));
+                EXPECT_EQ(told.picture, foundation::base64(drawn)) << name << format << entry;
+                EXPECT_EQ(told.date, 1731772840 + 60 * entry);
+                EXPECT_EQ(told.url, "tessary://alarms");
+                EXPECT_THAT(told.text, HasSubstr(name));
+            }
+        }
+    }
+}
+
+TEST_F(Serve, AnswersAsTheCommandDoes) {
+    const auto withID = [](std::string printed) {
+        return R"({"id":7,)" + printed.substr(1) + "\n";
+    };
+    EXPECT_EQ(served(R"({"id": 7, "request": "list"})"), withID(compact("list --json")));
+    EXPECT_EQ(served(R"({"id": 7, "request": "pins", "widget": "metric"})"),
+              withID(compact("pins metric --json --container $C")));
+    EXPECT_EQ(served(R"({"id": 7, "request": "pins", "widget": "alarm", "ids": ["a", "b"]})"),
+              withID(compact("pins alarm --json --container $C --id a --id b")));
+    for (const std::string request : {"placeholder", "snapshot", "timeline"}) {
+        for (const bool preview : {false, true}) {
+            const std::string reply =
+                served(R"({"request": ")" + request + R"(", "widget": "alarm", "preview": )" +
+                       (preview ? "true" : "false") + R"(, "format": "text"})");
+            const std::string printed = compact("timeline alarm $ASK --json --request " + request +
+                                                (preview ? " --preview" : ""));
+            const auto display = [](const std::string& json) {
+                const auto start = json.find("\"display\"");
+                return json.substr(start, json.find("}", json.find("\"case\"")) - start);
+            };
+            EXPECT_EQ(display(reply), display(printed));
+            EXPECT_EQ(reply.substr(reply.find("\"policy\"")),
+                      printed.substr(printed.find("\"policy\"")) + "\n");
+        }
+    }
+}
+
+TEST_F(Serve, SaysWhatWasWrongWithARequestAndGoesOn) {
+    const auto rows = table(R"(
+        nonsense                                               | null | expected a JSON value, found onsense
+        []                                                     | null | expected an object, found a list
+        {"id": 1.5}                                            | null | /id: expected a 64-bit integer or a text, found 1.5
+        {"id": "a"}                                            | "a"  | /request: expected a text, found nothing
+        {"id": -3, "request": "dance"}                         | -3   | request: 'dance' is not one of list, pins, placeholder, snapshot, timeline
+        {"request": "timeline"}                                | null | widget: expected alarms, alarm, metric, or a kind identifier
+        {"request": "timeline", "widget": "Alarms"}            | null | widget: 'Alarms' is not one of alarms, alarm, metric or a kind identifier
+        {"request": "pins", "widget": "alarms"}                | null | widget: 'alarms' is not one of alarm, metric
+        {"request": "timeline", "widget": "alarms", "pin": ""} | null | pin: 'com.tessary.desktop.widgets.alarms' has none to be configured with
+        {"request": "timeline", "widget": "alarm", "pin": "", "noPin": true} | null | pin and noPin: only one of them can hold
+        {"request": "timeline", "widget": "alarm", "scale": 0.5}     | null | scale: expected a number of pixels per point from 1 to 4
+        {"request": "timeline", "widget": "alarm", "family": "big"}  | null | family: 'big' is not one of systemSmall, systemMedium, small, medium
+        {"request": "timeline", "widget": "alarm", "format": "gif"}  | null | format: 'gif' is not one of png, svg, pdf, json, text
+        {"request": "timeline", "widget": "alarm", "redacted": 1}    | null | /redacted: expected true or false, found 1)");
+    std::string lines, replies;
+    for (const auto& row : rows) {
+        lines += row.at(0) + "\n \r\n";
+        replies += R"({"id":)" + row.at(1) + R"(,"error":")" + row.at(2) + "\"}\n";
+    }
+    EXPECT_EQ(served(lines), replies);
+}
+
+TEST_F(Serve, EndsWithItsInputWhateverThatIs) {
+    const std::string list = R"({"request": "list"})";
+    EXPECT_EQ(served(""), "");
+    EXPECT_THAT(served(list), StartsWith(R"({"id":null,"bundle")"));  // without a newline
+    EXPECT_EQ(run("serve $ASK </dev/null"), 0);
+    EXPECT_EQ(run("serve $ASK <$C"), 1);
+    EXPECT_THAT(err_, HasSubstr("standard input: Is a directory"));
+    EXPECT_EQ(run("serve $ASK <&-"), 1);
+    EXPECT_THAT(err_, HasSubstr("standard input: Bad file descriptor"));
+    EXPECT_EQ(run("serve $ASK </dev/null >&-"), 1);
+    EXPECT_THAT(err_, HasSubstr("standard output: Bad file descriptor"));
+    EXPECT_EQ(run("serve $ASK </dev/null 2>&-"), 0);
+    container_.write("in", list);
+    EXPECT_EQ(run("serve $ASK <$C/in >/dev/full"), 1);
+    EXPECT_THAT(err_, HasSubstr("standard output: No space left on device"));
+    // A line of 100 MB, and one request after it.
+    std::filesystem::resize_file(container_.write("long", ""), 100'000'000);
+    EXPECT_EQ(std::system(("(cat " + folder_ + "/long; echo; cat " + folder_ + "/in) | " +
+                           TESSARY_PROGRAM + " serve >" + folder_ + "/out")
+                              .c_str()),
+              0);
+    EXPECT_THAT(contents(container_ / "out"),
+                AllOf(StartsWith(R"({"id":null,"error":"line: longer than 1048576 bytes"})"),
+                      HasSubstr("\n{\"id\":null,\"bundle\"")));
+}
+
+/// Makes a system call of this process, and of those that it becomes, look unknown to the kernel.
+void forbid(unsigned call) {
+    sock_filter filter[] = {
+        {BPF_LD | BPF_W | BPF_ABS, 0, 0, offsetof(seccomp_data, nr)},
+        {BPF_JMP | BPF_JEQ | BPF_K, 0, 1, call},
+        {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ERRNO | ENOSYS},
+        {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ALLOW},
+    };
+    const sock_fprog program{std::size(filter), filter};
+    ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+    if (::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0) ::_exit(99);
+}
+
+TEST_F(Serve, SaysOnceWhatTheKernelLacksOrRefuses) {
+    container_.write("in", "{\"request\": \"list\"}\n{\"request\": \"list\"}\n");
+    const auto runWithout = [&](unsigned call, const std::string& words) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            forbid(call);
+            ::_exit(run("serve $ASK " + words + " <$C/in"));
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        out_ = contents(container_ / "out");
+        err_ = contents(container_ / "err");
+        return WEXITSTATUS(status);
+    };
+    const std::string lacks = "no Landlock: Function not implemented";
+    EXPECT_EQ(runWithout(SYS_landlock_create_ruleset, ""), 0);
+    EXPECT_EQ(err_, "tessary-widgets: running without a whole sandbox: " + lacks + "\n");
+    EXPECT_EQ(std::count(out_.begin(), out_.end(), '\n'), 2);
+    EXPECT_EQ(runWithout(SYS_landlock_create_ruleset, "--require-sandbox"), 1);
+    EXPECT_EQ(err_, "tessary-widgets: no whole sandbox: " + lacks + "\n");
+    EXPECT_EQ(out_, "");
+}
+
+}  // namespace
+}  // namespace tessary

@@ -1,0 +1,175 @@
+#include "platform/sandbox/sandbox.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/inotify.h>
+#include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <thread>
+
+#include "platform/foundation/fixtures.h"
+#include "platform/sandbox/confined.h"
+
+namespace tessary::sandbox {
+namespace {
+
+using foundation::TemporaryFolder;
+
+/// The folder that a confined process may read, with a file in it, and one beside it that it may
+/// not.
+struct Place : TemporaryFolder {
+    Place() {
+        std::filesystem::create_directory(*this / "open");
+        write("open/file", "text");
+        write("shut", "secret");
+        std::filesystem::create_symlink("../shut", *this / "open/out");
+    }
+    std::string path(const std::string& name) const { return *this / name; }
+};
+
+/// A way out: what it is called and the call that would take it, which is to fail with EPERM or
+/// EACCES.
+struct Door {
+    const char* name;
+    std::function<long(const Place&)> push;
+};
+
+const std::vector<Door> doors{
+    {"socket", [](auto&) { return ::socket(AF_INET, SOCK_STREAM, 0); }},
+    {"unix socket", [](auto&) { return ::socket(AF_UNIX, SOCK_STREAM, 0); }},
+    {"netlink", [](auto&) { return ::socket(AF_NETLINK, SOCK_RAW, 0); }},
+    {"socket pair",
+     [](auto&) {
+         int ends[2];
+         return ::socketpair(AF_UNIX, SOCK_STREAM, 0, ends);
+     }},
+    {"io_uring", [](auto&) { return ::syscall(SYS_io_uring_setup, 1, nullptr); }},
+    {"fork", [](auto&) { return ::fork(); }},
+    {"vfork", [](auto&) { return ::syscall(SYS_vfork); }},
+    {"clone", [](auto&) { return ::syscall(SYS_clone, SIGCHLD, 0, 0, 0, 0); }},
+    {"exec",
+     [](auto&) {
+         char* const words[] = {nullptr};
+         return ::execve("/bin/true", words, words);
+     }},
+    {"signal", [](auto&) { return ::kill(::getppid(), 0); }},
+    {"thread signal", [](auto&) { return ::syscall(SYS_tgkill, ::getppid(), ::getppid(), 0); }},
+    {"trace", [](auto&) { return ::syscall(SYS_ptrace, 16, ::getppid(), 0, 0); }},
+    {"foreign memory",
+     [](auto&) { return ::syscall(SYS_process_vm_readv, ::getppid(), 0, 0, 0, 0, 0); }},
+    {"executable memory",
+     [](auto&) {
+         void* made =
+             ::mmap(nullptr, 4096, PROT_READ | PROT_EXEC, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+         return made == MAP_FAILED ? -1L : 0L;
+     }},
+    {"limit",
+     [](auto&) {
+         const rlimit limit{1, 1};
+         return ::setrlimit(RLIMIT_CORE, &limit);
+     }},
+    {"privileges", [](auto&) { return ::syscall(SYS_setuid, 0); }},
+    {"mount", [](auto&) { return ::syscall(SYS_mount, "none", "/no-such-place", "tmpfs", 0, 0); }},
+    {"watch", [](auto&) { return ::inotify_init1(0); }},
+    {"open to write", [](auto& p) { return ::open(p.path("open/file").c_str(), O_WRONLY); }},
+    {"open both ways", [](auto& p) { return ::open(p.path("open/file").c_str(), O_RDWR); }},
+    {"open to cut",
+     [](auto& p) { return ::open(p.path("open/file").c_str(), O_RDONLY | O_TRUNC); }},
+    {"create",
+     [](auto& p) { return ::open(p.path("open/new").c_str(), O_RDONLY | O_CREAT, 0600); }},
+    {"nameless file",
+     [](auto& p) { return ::open(p.path("open").c_str(), O_TMPFILE | O_RDWR, 0600); }},
+    {"memory file", [](auto&) { return ::memfd_create("x", 0); }},
+    {"cut", [](auto& p) { return ::truncate(p.path("open/file").c_str(), 0); }},
+    {"remove", [](auto& p) { return ::unlink(p.path("open/file").c_str()); }},
+    {"rename",
+     [](auto& p) { return ::rename(p.path("open/file").c_str(), p.path("open/b").c_str()); }},
+    {"link", [](auto& p) { return ::link(p.path("open/file").c_str(), p.path("open/b").c_str()); }},
+    {"symbolic link", [](auto& p) { return ::symlink("file", p.path("open/b").c_str()); }},
+    {"folder", [](auto& p) { return ::mkdir(p.path("open/b").c_str(), 0700); }},
+    {"pipe by name", [](auto& p) { return ::mkfifo(p.path("open/b").c_str(), 0600); }},
+    {"mode", [](auto& p) { return ::chmod(p.path("open/file").c_str(), 0); }},
+    {"times",
+     [](auto& p) { return ::utimensat(AT_FDCWD, p.path("open/file").c_str(), nullptr, 0); }},
+    {"read elsewhere", [](auto& p) { return ::open(p.path("shut").c_str(), O_RDONLY); }},
+    {"read through a link", [](auto& p) { return ::open(p.path("open/out").c_str(), O_RDONLY); }},
+    {"list elsewhere", [](auto&) { return ::open("/", O_RDONLY | O_DIRECTORY); }},
+    {"read the system", [](auto&) { return ::open("/etc/passwd", O_RDONLY); }},
+    {"read a process", [](auto&) { return ::open("/proc/self/environ", O_RDONLY); }},
+};
+
+/// The doors that are not shut, one a line.
+std::string openDoors(const Place& place) {
+    std::string open;
+    const pid_t self = ::getpid();
+    for (const Door& door : doors) {
+        errno = 0;
+        const long result = door.push(place);
+        if (::getpid() != self) ::_exit(2);  // a new process, which is one too many
+        if (result != -1 || (errno != EPERM && errno != EACCES))
+            open += std::string{door.name} + ": " + std::to_string(errno) + "\n";
+    }
+    return open;
+}
+
+TEST(Sandbox, ShutsEveryDoor) {
+    const Place place;
+    EXPECT_EQ(confined([&] {
+                  std::string left;
+                  for (const auto& kept : enterSandbox({.readable = {{place.path("open")}}}))
+                      left += kept + "\n";
+                  return left + openDoors(place);
+              }),
+              "");
+    EXPECT_TRUE(std::filesystem::exists(place.path("open/file")));
+}
+
+TEST(Sandbox, LeavesReadingMemoryAndThreads) {
+    const Place place;
+    const std::string said = confined([&] {
+        enterSandbox({.readable = {{place.path("open"), place.path("absent"), "/proc/self"}}});
+        std::string found;
+        std::thread{[&] {
+            for (const auto& entry : std::filesystem::directory_iterator(place.path("open")))
+                found += std::filesystem::is_symlink(entry.path()) ? "link " : "file ";
+            std::ifstream in{place.path("open/file")};
+            found += std::string{std::istreambuf_iterator<char>{in}, {}};
+            found += std::string(std::size_t{50} << 20U, ' ').substr(0, 1);
+        }}.join();
+        std::ifstream status{"/proc/self/status"};
+        return found + std::string{std::istreambuf_iterator<char>{status}, {}};
+    });
+    using testing::HasSubstr;
+    EXPECT_THAT(said, testing::AllOf(HasSubstr("file "), HasSubstr("link "), HasSubstr("text "),
+                                     HasSubstr("NoNewPrivs:\t1"), HasSubstr("Seccomp:\t2")));
+}
+
+TEST(Sandbox, LeavesReadingWhereNoPathsAreGiven) {
+    const Place place;
+    EXPECT_EQ(confined([&] {
+                  enterSandbox({});
+                  const int read = ::open(place.path("shut").c_str(), O_RDONLY);
+                  const int written = ::open(place.path("shut").c_str(), O_WRONLY);
+                  return std::to_string(read >= 0) + std::to_string(written >= 0);
+              }),
+              "10");
+}
+
+TEST(Sandbox, NamesWhatCouldNotBeShut) {
+    const std::string said = confined([] {
+        std::string lines;
+        for (int time = 0; time < 2; ++time)  // the first time leaves nothing to shut it with
+            for (const auto& open : enterSandbox({})) lines += open.substr(0, open.find(':')) + ",";
+        return lines;
+    });
+    EXPECT_EQ(said, "no end of new privileges,no Landlock,no seccomp,");
+}
+
+}  // namespace
+}  // namespace tessary::sandbox
