@@ -62,6 +62,11 @@ struct PinsCommand {
     std::vector<std::string> ids{};  ///< none: what an editor suggests
     bool json{};
 };
+struct CheckCommand {
+    RequestOptions request{};
+    bool json{};
+    bool watch{};  ///< say it again whenever a file changes
+};
 /// Help or the version, asked for.
 struct Information {
     std::string text{};
@@ -71,8 +76,8 @@ struct UsageFault {
     std::string message{};
 };
 
-using Call =
-    std::variant<ListCommand, TimelineCommand, RenderCommand, PinsCommand, Information, UsageFault>;
+using Call = std::variant<ListCommand, TimelineCommand, RenderCommand, PinsCommand, CheckCommand,
+                          Information, UsageFault>;
 
 /// Understands the words behind the program's name. Never throws, prints or exits.
 Call parseCommandLine(const std::vector<std::string>& words);

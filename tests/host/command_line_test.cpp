@@ -49,6 +49,10 @@ struct CallPrinter {
         for (const std::string& id : pins.ids) ids += " id=" + id;
         return "pins " + pins.widget + printed(pins.request) + ids + (pins.json ? " json" : "");
     }
+    std::string operator()(const CheckCommand& check) const {
+        return "check" + printed(check.request) + (check.json ? " json" : "") +
+               (check.watch ? " watch" : "");
+    }
     std::string operator()(const Information& information) const { return information.text; }
     std::string operator()(const UsageFault& fault) const { return "fault: " + fault.message; }
 };
@@ -70,6 +74,8 @@ TEST(CommandLine, KnowsItsCommands) {
     EXPECT_EQ(parsed({"pins", "--id", "b", "metric", "--id=a", "--id", ""}),
               "pins metric" + requestDefaults + " id=b id=a id=");
     EXPECT_EQ(parsed("render x.y"), "render x.y" + renderDefaults);
+    EXPECT_EQ(parsed("check"), "check" + requestDefaults);
+    EXPECT_EQ(parsed("check --watch --json --json"), "check" + requestDefaults + " json watch");
 }
 
 TEST(CommandLine, TakesEveryOptionInBothFormsOnBothSidesOfTheWidget) {
@@ -98,6 +104,7 @@ TEST(CommandLine, TakesEveryOptionInBothFormsOnBothSidesOfTheWidget) {
         --output    | d.pdf                     | png output=?       | pdf output=d.pdf
         --output    | e.json                    | png output=?       | json output=e.json
         --output    | f.txt                     | png output=?       | text output=f.txt
+        --output    | H.SVG                     | png output=?       | svg output=H.SVG
         --output    | g.gif                     | output=?           | output=g.gif
         --output    | -                         | output=?           | output=?)")) {
         const std::string &option = row.at(0), &value = row.at(1), &former = row.at(2);
@@ -116,9 +123,9 @@ TEST(CommandLine, TakesEveryOptionInBothFormsOnBothSidesOfTheWidget) {
 
 TEST(CommandLine, NamesTheWordAtFaultAndWhatWasExpected) {
     for (const auto& row : table(R"(
-                                                      | no command            | list, timeline, render, pins
-        paint                                         | 'paint'               | list, timeline, render, pins
-        List                                          | 'List'                | list, timeline, render, pins
+                                                      | no command            | list, timeline, render, pins, check
+        paint                                         | 'paint'               | list, timeline, render, pins, check
+        List                                          | 'List'                | list, timeline, render, pins, check
         render                                        | no widget             | alarms, alarm, metric
         timeline --json                               | no widget             | or a kind identifier
         list timeline                                 | 'timeline'            | unexpected
@@ -132,7 +139,11 @@ TEST(CommandLine, NamesTheWordAtFaultAndWhatWasExpected) {
         render alarms --family large                  | --family: 'large'     | systemSmall, systemMedium
         render alarms --request now                   | --request: 'now'      | placeholder, snapshot
         render alarms --format gif                    | --format: 'gif'       | png, svg, pdf, json, text
-        render alarm --pin a --no-pin                 | --no-pin              | --pin
+        render alarm --pin a --no-pin                 | --pin 'a' and --no-pin | one of them
+        render alarm --at 1 --scale 2 --at 2          | --at is given twice   | expected once
+        check --info a --info b --info c              | --info is given 3     | expected once
+        check alarms                                  | 'alarms'              | unexpected
+        --json list                                   | '--json'              | --help, --version, or one of list
         render alarms --at 1e3                        | --at: '1e3'           | seconds since 1970
         render alarms --at noon                       | --at: 'noon'          | 2024-11-16T16:00:40Z
         render alarms --locale q                      | --locale: 'q'         | en_US
@@ -157,7 +168,7 @@ TEST(CommandLine, NamesTheWordAtFaultAndWhatWasExpected) {
 }
 
 TEST(CommandLine, ExplainsItself) {
-    for (const std::string command : {"", "list ", "timeline ", "render ", "pins "}) {
+    for (const std::string command : {"", "list ", "timeline ", "render ", "pins ", "check "}) {
         EXPECT_EQ(parsed(command + "--version"), "tessary-widgets " TESSARY_VERSION "\n");
         EXPECT_EQ(parsed(command + "--help"), parsed(command + "-h"));
         EXPECT_THAT(parsed("--help"), HasSubstr(command));

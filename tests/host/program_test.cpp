@@ -89,6 +89,10 @@ TEST_F(Program, SaysByItsStatusWhoseFaultItWas) {
         0 | timeline --version
         0 | render --version
         0 | pins --version
+        0 | check --help
+        0 | check --version
+        1 | check --container $C >&-                   | standard output: Bad file descriptor
+        1 | check --container $C --watch >/dev/full    | standard output: No space left on device
         1 | render alarms -o $C                        | Is a directory
         1 | render alarms -o $C/none/a.png             | none/a.png: No such file or directory
         1 | render alarms -o /dev/full                 | /dev/full: No space left on device
