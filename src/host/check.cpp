@@ -197,7 +197,7 @@ Shown shownOf(const std::optional<AlarmsSnapshot>& snapshot, Date now) {
     shown.staleAfter = watching->updated +
                        snapshot::staleLimit(snapshot->intervalSeconds, alarms::leastStaleLimit);
     for (const snapshot::Target& target : snapshot->targets)
-        if (target.authExpired) shown.paused.push_back({target.profile, target.region});
+        if (target.authExpired) shown.paused.push_back(target);
     return shown;
 }
 

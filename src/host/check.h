@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/foundation/date.h"
+#include "snapshot/alarms_snapshot.h"
 #include "snapshot/reading.h"
 
 namespace tessary::host {
@@ -56,13 +57,6 @@ struct Repeat {
     bool operator==(const Repeat&) const = default;
 };
 
-/// A target that is not being watched, because the sign-in of its profile has expired.
-struct PausedTarget {
-    std::string profile{};
-    std::string region{};
-    bool operator==(const PausedTarget&) const = default;
-};
-
 struct PinState {
     std::string id{};
     std::string label{};
@@ -75,11 +69,11 @@ struct PinState {
 
 /// What the widget of a file shows. Of a pin widget it is the one newly added, on the first pin.
 struct Shown {
-    std::string display{};             ///< the display state's case
-    std::string why{};                 ///< for a person; empty where there is data
-    bool stale{};                      ///< the file is too old
-    std::optional<Date> staleAfter{};  ///< when it became or becomes that
-    std::vector<PausedTarget> paused{};
+    std::string display{};                   ///< the display state's case
+    std::string why{};                       ///< for a person; empty where there is data
+    bool stale{};                            ///< the file is too old
+    std::optional<Date> staleAfter{};        ///< when it became or becomes that
+    std::vector<snapshot::Target> paused{};  ///< those whose sign-in has expired
     std::vector<PinState> pins{};
     bool operator==(const Shown&) const = default;
 };

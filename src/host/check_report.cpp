@@ -8,88 +8,85 @@
 
 namespace tessary::foundation {
 
+using namespace host;
+
 template <>
 inline constexpr auto fieldsOf<snapshot::AppGroup> = std::tuple{
     Field{"value", &snapshot::AppGroup::value},
     Field{"rule", &snapshot::AppGroup::rule},
 };
 template <>
-inline constexpr auto fieldsOf<host::ContentFault> = std::tuple{
-    Field{"path", &host::ContentFault::path},     Field{"expected", &host::ContentFault::expected},
-    Field{"found", &host::ContentFault::found},   Field{"line", &host::ContentFault::line},
-    Field{"column", &host::ContentFault::column}, Field{"offset", &host::ContentFault::offset},
-    Field{"text", &host::ContentFault::text},     Field{"caret", &host::ContentFault::caret},
+inline constexpr auto fieldsOf<ContentFault> = std::tuple{
+    Field{"path", &ContentFault::path},     Field{"expected", &ContentFault::expected},
+    Field{"found", &ContentFault::found},   Field{"line", &ContentFault::line},
+    Field{"column", &ContentFault::column}, Field{"offset", &ContentFault::offset},
+    Field{"text", &ContentFault::text},     Field{"caret", &ContentFault::caret},
 };
 template <>
-inline constexpr auto fieldsOf<host::Counts> = std::tuple{
-    Field{"firing", &host::Counts::firing},       Field{"targets", &host::Counts::targets},
-    Field{"topAlarms", &host::Counts::topAlarms}, Field{"pins", &host::Counts::pins},
-    Field{"points", &host::Counts::points},
+inline constexpr auto fieldsOf<Counts> = std::tuple{
+    Field{"firing", &Counts::firing},       Field{"targets", &Counts::targets},
+    Field{"topAlarms", &Counts::topAlarms}, Field{"pins", &Counts::pins},
+    Field{"points", &Counts::points},
 };
 template <>
-inline constexpr auto fieldsOf<host::Repeat> = std::tuple{
-    Field{"identifier", &host::Repeat::identifier},
-    Field{"times", &host::Repeat::times},
+inline constexpr auto fieldsOf<Repeat> = std::tuple{
+    Field{"identifier", &Repeat::identifier},
+    Field{"times", &Repeat::times},
 };
 template <>
-inline constexpr auto fieldsOf<host::PausedTarget> = std::tuple{
-    Field{"profile", &host::PausedTarget::profile},
-    Field{"region", &host::PausedTarget::region},
+inline constexpr auto fieldsOf<PinState> = std::tuple{
+    Field{"id", &PinState::id},           Field{"label", &PinState::label},
+    Field{"profile", &PinState::profile}, Field{"shows", &PinState::shows},
+    Field{"error", &PinState::error},     Field{"hidden", &PinState::hidden},
 };
 template <>
-inline constexpr auto fieldsOf<host::PinState> = std::tuple{
-    Field{"id", &host::PinState::id},           Field{"label", &host::PinState::label},
-    Field{"profile", &host::PinState::profile}, Field{"shows", &host::PinState::shows},
-    Field{"error", &host::PinState::error},     Field{"hidden", &host::PinState::hidden},
+inline constexpr auto fieldsOf<Shown> = std::tuple{
+    Field{"case", &Shown::display},  Field{"why", &Shown::why},
+    Field{"stale", &Shown::stale},   Field{"staleAfter", &Shown::staleAfter},
+    Field{"paused", &Shown::paused}, Field{"pins", &Shown::pins},
 };
 template <>
-inline constexpr auto fieldsOf<host::Shown> = std::tuple{
-    Field{"case", &host::Shown::display},  Field{"why", &host::Shown::why},
-    Field{"stale", &host::Shown::stale},   Field{"staleAfter", &host::Shown::staleAfter},
-    Field{"paused", &host::Shown::paused}, Field{"pins", &host::Shown::pins},
+inline constexpr auto fieldsOf<FileFinding> = std::tuple{
+    Field{"name", &FileFinding::name},
+    Field{"widget", &FileFinding::widget},
+    Field{"path", &FileFinding::path},
+    Field{"step", &FileFinding::step},
+    Field{"problem", &FileFinding::problem},
+    Field{"size", &FileFinding::size},
+    Field{"modified", &FileFinding::modified},
+    Field{"fault", &FileFinding::fault},
+    Field{"schemaVersion", &FileFinding::schemaVersion},
+    Field{"updated", &FileFinding::updated},
+    Field{"intervalSeconds", &FileFinding::intervalSeconds},
+    Field{"counts", &FileFinding::counts},
+    Field{"repeated", &FileFinding::repeated},
+    Field{"notes", &FileFinding::notes},
+    Field{"shows", &FileFinding::shows},
 };
 template <>
-inline constexpr auto fieldsOf<host::FileFinding> = std::tuple{
-    Field{"name", &host::FileFinding::name},
-    Field{"widget", &host::FileFinding::widget},
-    Field{"path", &host::FileFinding::path},
-    Field{"step", &host::FileFinding::step},
-    Field{"problem", &host::FileFinding::problem},
-    Field{"size", &host::FileFinding::size},
-    Field{"modified", &host::FileFinding::modified},
-    Field{"fault", &host::FileFinding::fault},
-    Field{"schemaVersion", &host::FileFinding::schemaVersion},
-    Field{"updated", &host::FileFinding::updated},
-    Field{"intervalSeconds", &host::FileFinding::intervalSeconds},
-    Field{"counts", &host::FileFinding::counts},
-    Field{"repeated", &host::FileFinding::repeated},
-    Field{"notes", &host::FileFinding::notes},
-    Field{"shows", &host::FileFinding::shows},
+inline constexpr auto fieldsOf<Inspection> = std::tuple{
+    Field{"now", &Inspection::now},
+    Field{"usable", &Inspection::usable},
+    Field{"group", &Inspection::group},
+    Field{"groupAssumed", &Inspection::groupAssumed},
+    Field{"container", &Inspection::container},
+    Field{"files", &Inspection::files},
 };
 template <>
-inline constexpr auto fieldsOf<host::Inspection> = std::tuple{
-    Field{"now", &host::Inspection::now},
-    Field{"usable", &host::Inspection::usable},
-    Field{"group", &host::Inspection::group},
-    Field{"groupAssumed", &host::Inspection::groupAssumed},
-    Field{"container", &host::Inspection::container},
-    Field{"files", &host::Inspection::files},
-};
-template <>
-inline constexpr auto namesOf<host::Step> = NamedCases<host::Step, 6>{{
-    {host::Step::group, "group"},
-    {host::Step::container, "container"},
-    {host::Step::file, "file"},
-    {host::Step::content, "content"},
-    {host::Step::schema, "schema"},
-    {host::Step::usable, "usable"},
+inline constexpr auto namesOf<Step> = NamedCases<Step, 6>{{
+    {Step::group, "group"},
+    {Step::container, "container"},
+    {Step::file, "file"},
+    {Step::content, "content"},
+    {Step::schema, "schema"},
+    {Step::usable, "usable"},
 }};
 template <>
-inline constexpr auto namesOf<host::PinCondition> = NamedCases<host::PinCondition, 4>{{
-    {host::PinCondition::fresh, "fresh"},
-    {host::PinCondition::stale, "stale"},
-    {host::PinCondition::authExpired, "authExpired"},
-    {host::PinCondition::error, "error"},
+inline constexpr auto namesOf<PinCondition> = NamedCases<PinCondition, 4>{{
+    {PinCondition::fresh, "fresh"},
+    {PinCondition::stale, "stale"},
+    {PinCondition::authExpired, "authExpired"},
+    {PinCondition::error, "error"},
 }};
 
 }  // namespace tessary::foundation
@@ -229,7 +226,7 @@ void tellShown(Lines& lines, const Shown& shown) {
     const std::string byDefault =
         shown.pins.empty() ? "" : ", " + visible(shown.pins.front().label, 40) + " by default";
     lines.labelled("  shows", shown.display + byDefault + ": " + reason);
-    tellList(lines, "  paused", shown.paused, [](const PausedTarget& target) {
+    tellList(lines, "  paused", shown.paused, [](const snapshot::Target& target) {
         return visible(target.profile, 40) + " · " + visible(target.region, 40) +
                ": sign-in expired for " + visible(target.profile, 40);
     });

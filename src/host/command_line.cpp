@@ -1,6 +1,7 @@
 #include "host/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <sstream>
 
@@ -110,11 +111,12 @@ PictureOptions pictureOptions(const Words& words) {
 /// value, because it would take the next word for the value.
 std::vector<std::string> reversed(const std::vector<std::string>& words) {
     std::vector<std::string> result;
-    for (auto word = words.rbegin(); word != words.rend(); ++word) {
-        const bool empty = word->starts_with("--") && word->find('=') == word->size() - 1;
+    for (const std::string& word : words) {
+        const bool empty = word.starts_with("--") && word.find('=') == word.size() - 1;
+        result.push_back(empty ? word.substr(0, word.size() - 1) : word);
         if (empty) result.emplace_back();
-        result.push_back(empty ? word->substr(0, word->size() - 1) : *word);
     }
+    std::reverse(result.begin(), result.end());
     return result;
 }
 

@@ -231,7 +231,7 @@ private:
     }
 
     static int checkedOnEachChange(const CheckCommand& command) {
-        const EndSignals ends;
+        heedEndSignals();
         std::optional<Inspection> last;
         for (Woken woken = Woken::change; woken == Woken::change;) {
             FileWatch watch{watchedFiles(command.request)};
@@ -241,7 +241,7 @@ private:
                 if (const int status = told(found, command); status != done) return status;
                 last = found;
             }
-            woken = watch.wait(ends);
+            woken = watch.wait();
             if (woken == Woken::readerGone)
                 return report(failed, "cannot write standard output: its reader has gone");
         }

@@ -3,6 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdint>
 #include <cstring>
 #include <deque>
@@ -26,8 +27,6 @@ constexpr std::uint32_t wholeFolder =
     IN_DELETE_SELF | IN_MOVE_SELF | IN_IGNORED | IN_UNMOUNT | IN_Q_OVERFLOW;
 
 volatile std::sig_atomic_t endAsked = 0;
-
-void askForEnd(int) { endAsked = 1; }
 
 /// Holds the two signals back, so that none comes between the question and the wait.
 class HeldSignals {
@@ -61,18 +60,12 @@ void prepend(std::deque<fs::path>& parts, const fs::path& path) {
 
 }  // namespace
 
-EndSignals::EndSignals() {
+void heedEndSignals() {
     endAsked = 0;
     struct sigaction action {};
-    action.sa_handler = askForEnd;
+    action.sa_handler = [](int) { endAsked = 1; };
     action.sa_flags = static_cast<int>(SA_RESETHAND);
-    ::sigaction(SIGINT, &action, &formerInterrupt_);
-    ::sigaction(SIGTERM, &action, &formerTerminate_);
-}
-
-EndSignals::~EndSignals() {
-    ::sigaction(SIGINT, &formerInterrupt_, nullptr);
-    ::sigaction(SIGTERM, &formerTerminate_, nullptr);
+    for (const int signal : {SIGINT, SIGTERM}) ::sigaction(signal, &action, nullptr);
 }
 
 FileWatch::FileWatch(const std::vector<fs::path>& files)
@@ -146,7 +139,7 @@ bool FileWatch::takeEvents() {
     }
 }
 
-Woken FileWatch::wait(const EndSignals&) {
+Woken FileWatch::wait() {
     constexpr std::chrono::milliseconds burst{50};
     const HeldSignals held;
     for (;;) {

@@ -1,14 +1,13 @@
 // Waiting until files change, without looking at them again and again.
 //
-//     EndSignals ends;
+//     heedEndSignals();
 //     for (;;) {
 //         FileWatch watch{files};      // before looking: what changes meanwhile is not missed
 //         look(files);
-//         if (watch.wait(ends) != Woken::change) break;
+//         if (watch.wait() != Woken::change) break;
 //     }
 #pragma once
 
-#include <csignal>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -17,19 +16,9 @@
 
 namespace tessary::host {
 
-/// While it lives, the first SIGINT or SIGTERM asks for the end instead of ending the process; a
-/// second one ends it. One at a time.
-class EndSignals {
-public:
-    EndSignals();
-    EndSignals(const EndSignals&) = delete;
-    EndSignals& operator=(const EndSignals&) = delete;
-    ~EndSignals();
-
-private:
-    struct sigaction formerInterrupt_ {};
-    struct sigaction formerTerminate_ {};
-};
+/// From now on the first SIGINT or SIGTERM asks for the end instead of ending the process; a second
+/// one ends it.
+void heedEndSignals();
 
 enum class Woken {
     change,      ///< a file, or a folder or link on the way to one, has changed
@@ -50,7 +39,7 @@ public:
 
     /// Waits for the first change, and a twentieth of a second more for those that come with it.
     /// Throws std::runtime_error where waiting fails.
-    Woken wait(const EndSignals& ends);
+    Woken wait();
 
 private:
     void follow(const std::filesystem::path& file);

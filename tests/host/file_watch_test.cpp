@@ -40,22 +40,21 @@ TEST(FileWatch, WakesForWhateverChangesAPathsMeaning) {
         [&] { fs::remove_all(root / "two/widgets"); },
         [&] { fs::create_directory(root / "two/widgets"); },
         [&] { fs::rename(root / "two", root / "three"); }};
-    const EndSignals ends;
     for (const auto& step : steps) {
         FileWatch watch{{file}};
         root.write("unrelated", "");
         step();
-        EXPECT_EQ(watch.wait(ends), Woken::change);
+        EXPECT_EQ(watch.wait(), Woken::change);
     }
 }
 
 TEST(FileWatch, EndsAtTheFirstSignal) {
     const foundation::TemporaryFolder root;
     for (const int signal : {SIGINT, SIGTERM}) {
-        const EndSignals ends;
+        heedEndSignals();
         FileWatch watch{{root / "a/b"}};
         std::raise(signal);
-        EXPECT_EQ(watch.wait(ends), Woken::end);
+        EXPECT_EQ(watch.wait(), Woken::end);
     }
 }
 

@@ -234,5 +234,17 @@ TEST_F(Program, FindsItsContainerThroughItsDictionary) {
     EXPECT_THAT(output(words + " --info /nowhere"), HasSubstr("Not watching"));
 }
 
+/// Each line is waited for, so that the signal comes when both have been said.
+TEST_F(Program, ChecksAgainWhenAFileChanges) {
+    ASSERT_EQ(std::system(("mkfifo " + folder_ + "/said").c_str()), 0);
+    EXPECT_EQ(run("check --watch --json --container $C >$C/said & exec 3<$C/said; read -r one <&3; "
+                  "rm $C/widgets/alarms.json; read -r two <&3; "
+                  "echo \"$one\" >$C/one; echo \"$two\" >$C/two; kill -TERM $!; wait $!"),
+              1);
+    EXPECT_THAT(contents(container_ / "one"), HasSubstr(R"("step":"usable","problem":null)"));
+    EXPECT_THAT(contents(container_ / "two"), testing::Not(HasSubstr(R"("step":"usable")")));
+    EXPECT_EQ(err_, "");
+}
+
 }  // namespace
 }  // namespace tessary
