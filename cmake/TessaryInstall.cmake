@@ -5,6 +5,7 @@
 #
 #     PREFIX/bin/tessary-widgets
 #     PREFIX/share/tessary-widgets/Info.plist
+#     PREFIX/share/tessary-widgets/schema/      # JSON Schemas, for writers of the files
 #
 # Include this after add_subdirectory(src); then `cmake --install build/release --prefix PREFIX`.
 string(REPLACE "&" "&amp;" TESSARY_APP_GROUP_XML "${TESSARY_APP_GROUP}")
@@ -15,3 +16,6 @@ set_target_properties(tessary-widgets PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PRO
 install(TARGETS tessary-widgets RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 install(FILES "${PROJECT_BINARY_DIR}/Info.plist"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/tessary-widgets")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/data/schema"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/tessary-widgets"
+        FILES_MATCHING PATTERN "*.json")

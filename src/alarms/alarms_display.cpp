@@ -8,8 +8,6 @@ namespace tessary::alarms {
 
 namespace {
 
-constexpr double leastStaleLimit = 120;  // seconds
-
 AlarmsDisplay::Case derived(const std::optional<AlarmsSnapshot>& snapshot, Date now) {
     if (!snapshot) return AlarmsDisplay::Unavailable{};
     if (snapshot->state != "watching") return AlarmsDisplay::NotWatching{};

@@ -19,6 +19,8 @@ using foundation::Date;
 using snapshot::Alarm;
 using snapshot::AlarmsSnapshot;
 
+inline constexpr double leastStaleLimit = 120;  ///< seconds
+
 class AlarmsDisplay {
 public:
     /// The host application is watching, and this is what it sees.

@@ -1,6 +1,7 @@
 #include "host/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <sstream>
 
@@ -28,7 +29,7 @@ struct Words {
     Word container{}, info{}, request{}, pin{}, at{}, locale{}, timeZone{};
     Word family{}, entry{}, scale{}, format{}, output{};
     std::vector<std::string> ids{};
-    bool preview{}, noPin{}, json{}, redacted{}, requireSandbox{};
+    bool preview{}, noPin{}, json{}, redacted{}, watch{}, requireSandbox{};
 };
 
 template <class Case>
@@ -68,7 +69,7 @@ std::optional<std::filesystem::path> parsedPath(const std::string& option, const
 
 PinChoice pinChoice(const Words& words) {
     if (words.pin && words.noPin)
-        throw BadWord{"--no-pin", "--pin " + *words.pin, "given beside it"};
+        throw UsageFault{"--pin '" + *words.pin + "' and --no-pin: expected one of them"};
     if (words.noPin) return {PinChoice::Kind::none, {}};
     if (words.pin) return {PinChoice::Kind::identifier, *words.pin};
     return {};
@@ -110,11 +111,12 @@ PictureOptions pictureOptions(const Words& words) {
 /// value, because it would take the next word for the value.
 std::vector<std::string> reversed(const std::vector<std::string>& words) {
     std::vector<std::string> result;
-    for (auto word = words.rbegin(); word != words.rend(); ++word) {
-        const bool empty = word->starts_with("--") && word->find('=') == word->size() - 1;
+    for (const std::string& word : words) {
+        const bool empty = word.starts_with("--") && word.find('=') == word.size() - 1;
+        result.push_back(empty ? word.substr(0, word.size() - 1) : word);
         if (empty) result.emplace_back();
-        result.push_back(empty ? word->substr(0, word->size() - 1) : *word);
     }
+    std::reverse(result.begin(), result.end());
     return result;
 }
 
@@ -141,24 +143,36 @@ public:
         for (CLI::App* printing : {list_, timeline_, pins_})
             printing->add_flag("--json", words_.json, "Print JSON");
         addPictureOptions(render_);
+        addCheck();
     }
 
     Call parse(const std::vector<std::string>& words) {
         if (words.empty()) return UsageFault{"no command given: expected " + commandNames()};
-        if (!words.front().starts_with('-') && !known(words.front()))
-            return UsageFault{"unknown command '" + words.front() + "': expected " +
-                              commandNames()};
+        if (const auto fault = wrongStart(words.front())) return *fault;
         try {
             app_.parse(reversed(words));
             return call();
         } catch (const BadWord& bad) {
             return UsageFault{bad.option + ": '" + bad.word + "' is not " + bad.expected};
+        } catch (const UsageFault& fault) {
+            return fault;
         } catch (const CLI::ParseError& error) {
             return explained(error);
         }
     }
 
 private:
+    std::optional<UsageFault> wrongStart(const std::string& word) const {
+        if (!word.starts_with('-') && !known(word))
+            return UsageFault{"unknown command '" + word + "': expected " + commandNames()};
+        const bool informs = word == "-h" || word == "--help" || word == "--version";
+        if (word.starts_with('-') && !informs)
+            return UsageFault{"unexpected option '" + word +
+                              "' before a command: expected --help, --version, or one of " +
+                              commandNames()};
+        return std::nullopt;
+    }
+
     CLI::App* command(const std::string& name, const std::string& description) {
         CLI::App* sub = app_.add_subcommand(name, description);
         sub->set_help_flag("-h,--help", "Show this help");
@@ -173,11 +187,20 @@ private:
         sub->add_option_function<std::string>(
                names, [&into](const std::string& word) { into = word; }, description)
             ->type_name(value)
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)  // refuseRepeats() counts them
             ->group(group);
     }
 
     void addWidget(CLI::App* sub, const std::string& description) {
         sub->add_option("WIDGET", words_.widget, description)->type_name("");
+    }
+    void addMomentOptions(CLI::App* sub, const std::string& group) {
+        option(sub, group, "--at", words_.at, "TIME",
+               "The current time: seconds since 1970 or RFC 3339 (default: the clock's)");
+        option(sub, group, "--locale", words_.locale, "NAME",
+               "The user's locale (default: the environment's)");
+        option(sub, group, "--time-zone", words_.timeZone, "NAME",
+               "The user's time zone (default: the environment's)");
     }
     void addPlaceOptions(CLI::App* sub, const std::string& group) {
         option(sub, group, "--container", words_.container, "DIR",
@@ -197,21 +220,25 @@ private:
                "The pin that the widget is configured with (default: the first of the file)");
         sub->add_flag("--no-pin", words_.noPin, "The widget is configured with no pin")
             ->group(group);
-        addUserOptions(sub, group);
+        addMomentOptions(sub, group);
     }
 
-    void addUserOptions(CLI::App* sub, const std::string& group) {
-        option(sub, group, "--at", words_.at, "TIME",
-               "The current time: seconds since 1970 or RFC 3339 (default: the clock's)");
-        option(sub, group, "--locale", words_.locale, "NAME",
-               "The user's locale (default: the environment's)");
-        option(sub, group, "--time-zone", words_.timeZone, "NAME",
-               "The user's time zone (default: the environment's)");
+    void addCheck() {
+        check_ =
+            command("check", "Say what keeps the widgets from their data, or that nothing does");
+        check_->footer(
+            "Exit status: 0 all three files are usable, 1 something keeps a widget from its data,\n"
+            "2 a wrong call.");
+        addPlaceOptions(check_, "Request");
+        addMomentOptions(check_, "Request");
+        check_->add_flag("--json", words_.json, "Print JSON");
+        check_->add_flag("--watch", words_.watch,
+                         "Say it again whenever a file changes; with --json, an object a line");
     }
 
     void addServeOptions() {
         addPlaceOptions(serve_, "Surroundings");
-        addUserOptions(serve_, "Surroundings");
+        addMomentOptions(serve_, "Surroundings");
         serve_->add_flag("--require-sandbox", words_.requireSandbox,
                          "Refuse to run where the kernel cannot shut every door");
     }
@@ -256,6 +283,9 @@ private:
     Call call() const {
         for (const CLI::App* sub : app_.get_subcommands())
             if (!sub->remaining().empty()) return unexpected(*sub);
+        for (const CLI::App* sub : app_.get_subcommands()) refuseRepeats(*sub);
+        if (check_->parsed())
+            return CheckCommand{requestOptions(words_), words_.json, words_.watch};
         if (list_->parsed()) return ListCommand{words_.json};
         if (serve_->parsed()) return ServeCommand{requestOptions(words_), words_.requireSandbox};
         if (words_.widget.empty())
@@ -266,6 +296,18 @@ private:
         if (pins_->parsed())
             return PinsCommand{words_.widget, requestOptions(words_), words_.ids, words_.json};
         return RenderCommand{words_.widget, requestOptions(words_), pictureOptions(words_)};
+    }
+
+    static void refuseRepeats(const CLI::App& sub) {
+        for (const CLI::Option* option : sub.get_options()) {
+            const bool isRefused =
+                option->get_expected_max() == 1 && !option->get_trigger_on_parse();
+            if (!isRefused || option->count() < 2) continue;
+            throw UsageFault{
+                option->get_name() + " is given " +
+                (option->count() == 2 ? "twice" : std::to_string(option->count()) + " times") +
+                ", expected once"};
+        }
     }
 
     static UsageFault unexpected(const CLI::App& sub) {
@@ -299,6 +341,7 @@ private:
     CLI::App* render_{};
     CLI::App* pins_{};
     CLI::App* serve_{};
+    CLI::App* check_{};
 };
 
 }  // namespace

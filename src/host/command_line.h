@@ -50,6 +50,11 @@ struct ServeCommand {
     RequestOptions request{};  ///< the surroundings of all requests
     bool requireSandbox{};     ///< refuse to go on where the kernel lacks a part of it
 };
+struct CheckCommand {
+    RequestOptions request{};
+    bool json{};
+    bool watch{};  ///< say it again whenever a file changes
+};
 /// Help or the version, asked for.
 struct Information {
     std::string text{};
@@ -59,8 +64,8 @@ struct UsageFault {
     std::string message{};
 };
 
-using Call = std::variant<ListCommand, TimelineCommand, RenderCommand, PinsCommand, ServeCommand,
-                          Information, UsageFault>;
+using Call = std::variant<ListCommand, TimelineCommand, RenderCommand, PinsCommand, CheckCommand,
+                          ServeCommand, Information, UsageFault>;
 
 /// Understands the words behind the program's name. Never throws, prints or exits.
 Call parseCommandLine(const std::vector<std::string>& words);

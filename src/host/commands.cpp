@@ -5,7 +5,9 @@
 #include <iostream>
 #include <unistd.h>
 
+#include "host/check_report.h"
 #include "host/descriptions.h"
+#include "host/file_watch.h"
 #include "host/output.h"
 #include "host/serve.h"
 #include "host/widget_host.h"
@@ -161,7 +163,56 @@ struct Runner {
                         });
     }
 
+    int operator()(const CheckCommand& command) const {
+        const foundation::ScopedSurroundings scope{surroundingsFor(command.request)};
+        if (command.watch) return checkedOnEachChange(command);
+        const Inspection found = inspected(command.request);
+        const int status = told(found, command);
+        return status == done ? exitStatus(found) : status;
+    }
+
 private:
+    static Inspection inspected(const RequestOptions& options) {
+        Inspection found = inspect();
+        found.groupAssumed = options.container && !options.info;
+        return found;
+    }
+
+    /// In a stream of objects each takes one line.
+    static int told(const Inspection& found, const CheckCommand& command) {
+        using Style = JSONWriter::Style;
+        if (command.json)
+            return print(asJSON(found, command.watch ? Style::compact : Style::indented));
+        return print(asText(found, foundation::surroundings().locale));
+    }
+
+    /// The three files and the dictionary, as far as they have a place now.
+    static std::vector<std::filesystem::path> watchedFiles(const RequestOptions& options) {
+        std::vector<std::filesystem::path> files;
+        for (const std::string& name : snapshotNames())
+            if (auto file = snapshot::locate(name).file; !file.empty()) files.push_back(file);
+        if (options.info) files.push_back(*options.info);
+        return files;
+    }
+
+    static int checkedOnEachChange(const CheckCommand& command) {
+        heedEndSignals();
+        std::optional<Inspection> last;
+        for (Woken woken = Woken::change; woken == Woken::change;) {
+            FileWatch watch{watchedFiles(command.request)};
+            const Inspection found = inspected(command.request);
+            if (!last || !foundTheSame(*last, found)) {
+                if (last && !command.json) print("\n");
+                if (const int status = told(found, command); status != done) return status;
+                last = found;
+            }
+            woken = watch.wait();
+            if (woken == Woken::readerGone)
+                return report(failed, "cannot write standard output: its reader has gone");
+        }
+        return exitStatus(*last);
+    }
+
     static int rendered(const std::string& kind, const Timeline<WidgetEntry>& timeline,
                         const PictureOptions& options) {
         const std::size_t count = timeline.entries.size();

@@ -10,7 +10,8 @@ namespace tessary::host {
 
 enum class PictureFormat { png, svg, pdf, json, text };
 
-/// The format that a file's ending names; none for another ending or none.
+/// The format that a file's ending names, in letters of either case; none for another ending or
+/// none.
 std::optional<PictureFormat> formatOf(const std::filesystem::path& file);
 
 /// Whether a terminal had better not be sent it.

@@ -21,6 +21,8 @@ namespace tessary::pins {
 
 using foundation::Date;
 
+inline constexpr double leastStaleLimit = 600;  ///< seconds
+
 /// The chosen pin was found.
 template <class Snapshot>
 struct Pinned {
@@ -73,7 +75,6 @@ public:
             [&](const auto& each) { return foundation::canonicallyEqual(each.id, *pinID); });
         if (pin == snapshot->pins.end()) return Case{Removed{}};
 
-        constexpr double leastStaleLimit = 600;  // seconds
         const Date updated = Date::fromMilliseconds(snapshot->updatedMs);
         const bool stale =
             snapshot::isStale(updated, snapshot->intervalSeconds, leastStaleLimit, reference);

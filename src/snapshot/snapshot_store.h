@@ -1,4 +1,4 @@
-// The only way to the files that the host application writes.
+// The only way of the widgets to the files that the host application writes.
 //
 // Each call looks up the container, reads one file whole and decodes it. Nothing is cached, written
 // or reported: whatever goes wrong, there is no snapshot, and the widget says what that means.
@@ -8,17 +8,14 @@
 #pragma once
 
 #include <array>
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "snapshot/alarms_snapshot.h"
+#include "snapshot/reading.h"
 
 namespace tessary::snapshot {
-
-/// The newest layout of the files that is understood; a file of a newer one counts as absent.
-inline constexpr std::int64_t supportedSchemaVersion = 1;
 
 /// Callable from any thread.
 struct SnapshotStore {
@@ -36,15 +33,10 @@ struct SnapshotStore {
     /// The file "widgets/NAME.json", whatever its schema version: the caller judges that.
     template <class Snapshot>
     static std::optional<Snapshot> read(std::string_view name) {
-        const std::optional<std::string> bytes = readBytes(name);
-        if (!bytes) return std::nullopt;
-        auto decoded = foundation::decodeJSON<Snapshot>(*bytes);
-        if (!decoded) return std::nullopt;
-        return std::move(decoded).value();
+        auto decoded = readSnapshot<Snapshot>(name).decoded;
+        if (!decoded || !*decoded) return std::nullopt;
+        return std::move(*decoded).value();
     }
-
-private:
-    static std::optional<std::string> readBytes(std::string_view name);
 };
 
 }  // namespace tessary::snapshot

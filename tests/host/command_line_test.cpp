@@ -52,6 +52,10 @@ struct CallPrinter {
     std::string operator()(const ServeCommand& serve) const {
         return "serve" + printed(serve.request) + (serve.requireSandbox ? " sandboxed" : "");
     }
+    std::string operator()(const CheckCommand& check) const {
+        return "check" + printed(check.request) + (check.json ? " json" : "") +
+               (check.watch ? " watch" : "");
+    }
     std::string operator()(const Information& information) const { return information.text; }
     std::string operator()(const UsageFault& fault) const { return "fault: " + fault.message; }
 };
@@ -77,6 +81,8 @@ TEST(CommandLine, KnowsItsCommands) {
         parsed("serve --require-sandbox --container /c --locale de_DE --at 5"),
         "serve container=/c info=? request=timeline at=5.000000 locale=de_DE zone=? sandboxed");
     EXPECT_EQ(parsed("render x.y"), "render x.y" + renderDefaults);
+    EXPECT_EQ(parsed("check"), "check" + requestDefaults);
+    EXPECT_EQ(parsed("check --watch --json --json"), "check" + requestDefaults + " json watch");
 }
 
 TEST(CommandLine, TakesEveryOptionInBothFormsOnBothSidesOfTheWidget) {
@@ -105,6 +111,7 @@ TEST(CommandLine, TakesEveryOptionInBothFormsOnBothSidesOfTheWidget) {
         --output    | d.pdf                     | png output=?       | pdf output=d.pdf
         --output    | e.json                    | png output=?       | json output=e.json
         --output    | f.txt                     | png output=?       | text output=f.txt
+        --output    | H.SVG                     | png output=?       | svg output=H.SVG
         --output    | g.gif                     | output=?           | output=g.gif
         --output    | -                         | output=?           | output=?)")) {
         const std::string &option = row.at(0), &value = row.at(1), &former = row.at(2);
@@ -123,9 +130,9 @@ TEST(CommandLine, TakesEveryOptionInBothFormsOnBothSidesOfTheWidget) {
 
 TEST(CommandLine, NamesTheWordAtFaultAndWhatWasExpected) {
     for (const auto& row : table(R"(
-                                                      | no command            | list, timeline, render, pins
-        paint                                         | 'paint'               | list, timeline, render, pins
-        List                                          | 'List'                | list, timeline, render, pins
+                                                      | no command            | list, timeline, render, pins, check
+        paint                                         | 'paint'               | list, timeline, render, pins, check
+        List                                          | 'List'                | list, timeline, render, pins, check
         render                                        | no widget             | alarms, alarm, metric
         timeline --json                               | no widget             | or a kind identifier
         list timeline                                 | 'timeline'            | unexpected
@@ -139,7 +146,11 @@ TEST(CommandLine, NamesTheWordAtFaultAndWhatWasExpected) {
         render alarms --family large                  | --family: 'large'     | systemSmall, systemMedium
         render alarms --request now                   | --request: 'now'      | placeholder, snapshot
         render alarms --format gif                    | --format: 'gif'       | png, svg, pdf, json, text
-        render alarm --pin a --no-pin                 | --no-pin              | --pin
+        render alarm --pin a --no-pin                 | --pin 'a' and --no-pin | one of them
+        render alarm --at 1 --scale 2 --at 2          | --at is given twice   | expected once
+        check --info a --info b --info c              | --info is given 3     | expected once
+        check alarms                                  | 'alarms'              | unexpected
+        --json list                                   | '--json'              | --help, --version, or one of list
         render alarms --at 1e3                        | --at: '1e3'           | seconds since 1970
         render alarms --at noon                       | --at: 'noon'          | 2024-11-16T16:00:40Z
         render alarms --locale q                      | --locale: 'q'         | en_US
@@ -164,7 +175,7 @@ TEST(CommandLine, NamesTheWordAtFaultAndWhatWasExpected) {
 }
 
 TEST(CommandLine, ExplainsItself) {
-    for (const std::string command : {"", "list ", "timeline ", "render ", "pins "}) {
+    for (const std::string command : {"", "list ", "timeline ", "render ", "pins ", "check "}) {
         EXPECT_EQ(parsed(command + "--version"), "tessary-widgets " TESSARY_VERSION "\n");
         EXPECT_EQ(parsed(command + "--help"), parsed(command + "-h"));
         EXPECT_THAT(parsed("--help"), HasSubstr(command));

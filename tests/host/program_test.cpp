@@ -44,6 +44,10 @@ TEST_F(Program, SaysByItsStatusWhoseFaultItWas) {
         0 | timeline --version
         0 | render --version
         0 | pins --version
+        0 | check --help
+        0 | check --version
+        1 | check --container $C >&-                   | standard output: Bad file descriptor
+        1 | check --container $C --watch >/dev/full    | standard output: No space left on device
         1 | render alarms -o $C                        | Is a directory
         1 | render alarms -o $C/none/a.png             | none/a.png: No such file or directory
         1 | render alarms -o /dev/full                 | /dev/full: No space left on device
@@ -183,6 +187,18 @@ TEST_F(Program, FindsItsContainerThroughItsDictionary) {
     EXPECT_THAT(output(words), HasSubstr("Paused · sign in"));
     EXPECT_THAT(output(words, "XDG_DATA_HOME=/nowhere"), HasSubstr("Not watching"));
     EXPECT_THAT(output(words + " --info /nowhere"), HasSubstr("Not watching"));
+}
+
+/// Each line is waited for, so that the signal comes when both have been said.
+TEST_F(Program, ChecksAgainWhenAFileChanges) {
+    ASSERT_EQ(std::system(("mkfifo " + folder_ + "/said").c_str()), 0);
+    EXPECT_EQ(run("check --watch --json --container $C >$C/said & exec 3<$C/said; read -r one <&3; "
+                  "rm $C/widgets/alarms.json; read -r two <&3; "
+                  "echo \"$one\" >$C/one; echo \"$two\" >$C/two; kill -TERM $!; wait $!"),
+              1);
+    EXPECT_THAT(contents(container_ / "one"), HasSubstr(R"("step":"usable","problem":null)"));
+    EXPECT_THAT(contents(container_ / "two"), testing::Not(HasSubstr(R"("step":"usable")")));
+    EXPECT_EQ(err_, "");
 }
 
 }  // namespace

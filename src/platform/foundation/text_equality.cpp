@@ -40,4 +40,14 @@ bool canonicallyEqual(std::string_view a, std::string_view b) {
     return U_SUCCESS(status) && order == 0;
 }
 
+std::string canonicalForm(std::string_view text) {
+    if (isASCII(text) || !isComparable(text)) return std::string{text};
+    icu::UnicodeString decomposed;
+    UErrorCode status = U_ZERO_ERROR;
+    icu::Normalizer::normalize(utf16(text), UNORM_NFD, 0, decomposed, status);
+    std::string form;
+    if (U_SUCCESS(status)) decomposed.toUTF8String(form);
+    return U_SUCCESS(status) ? form : std::string{text};
+}
+
 }  // namespace tessary::foundation

@@ -5,6 +5,7 @@
 //     canonicallyEqual("\uFB01", "fi")                    // false: a ligature only looks alike
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace tessary::foundation {
@@ -13,5 +14,9 @@ namespace tessary::foundation {
 /// look-alikes differ, a NUL is a character like others. A text that is no well-formed UTF-8, or
 /// that exceeds 512 MiB, equals only the same bytes.
 bool canonicallyEqual(std::string_view a, std::string_view b);
+
+/// The same bytes for texts that are canonically equal, and for no others: for finding equals among
+/// many.
+std::string canonicalForm(std::string_view text);
 
 }  // namespace tessary::foundation

@@ -11,6 +11,7 @@ TEST(TextEquality, IsCanonicalEquivalence) {
         for (const auto& [a, b] : pairs(rows)) {
             EXPECT_EQ(canonicallyEqual(a, b), areEqual) << a << ' ' << b;
             EXPECT_EQ(canonicallyEqual(b, a), areEqual) << b << ' ' << a;
+            EXPECT_EQ(canonicalForm(a) == canonicalForm(b), areEqual) << a << ' ' << b;
         }
     };
     expect(

@@ -1,0 +1,37 @@
+#include "snapshot/reading.h"
+
+#include "platform/foundation/surroundings.h"
+
+namespace tessary::snapshot {
+
+namespace {
+
+AppGroup::Rule ruleFor(const std::optional<std::string>& value) {
+    if (!value) return AppGroup::Rule::missing;
+    if (value->starts_with('.')) return AppGroup::Rule::beginsWithDot;
+    if (value->starts_with('$')) return AppGroup::Rule::beginsWithDollar;
+    return AppGroup::Rule::identifier;
+}
+
+}  // namespace
+
+AppGroup appGroup() {
+    std::optional<std::string> value = foundation::surroundings().information("TessaryAppGroup");
+    const AppGroup::Rule rule = ruleFor(value);
+    return {std::move(value), rule};
+}
+
+Location locate(std::string_view name) {
+    Location location{.group = appGroup()};
+    if (location.group.rule != AppGroup::Rule::identifier) return location;
+    location.container = foundation::surroundings().container(*location.group.value);
+    if (location.container)
+        location.file = *location.container / ("widgets/" + std::string{name} + ".json");
+    return location;
+}
+
+foundation::FileContents readContents(const std::filesystem::path& file) {
+    return foundation::surroundings().read(file);
+}
+
+}  // namespace tessary::snapshot
