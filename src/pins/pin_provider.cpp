@@ -6,7 +6,11 @@
 
 namespace tessary::pins {
 
-std::int64_t milliseconds(Date date) { return static_cast<std::int64_t>(date.seconds * 1000); }
+std::int64_t milliseconds(Date date) {
+    constexpr double furthest = 0x1p62;  // leaves room to count on from
+    return static_cast<std::int64_t>(
+        std::fmax(-furthest, std::fmin(date.seconds * 1000, furthest)));
+}
 
 std::vector<snapshot::SnapshotPoint> sampleSeries(Date now, double amplitude, double level) {
     constexpr int count = 36;

@@ -71,7 +71,8 @@ private:
 /// `amplitude` around `level`.
 std::vector<snapshot::SnapshotPoint> sampleSeries(Date now, double amplitude, double level);
 
-/// Whole milliseconds since 1970, cut off.
+/// Whole milliseconds since 1970, cut off; the nearest there are for a date more than 146 million
+/// years away.
 std::int64_t milliseconds(Date date);
 
 }  // namespace tessary::pins

@@ -130,9 +130,9 @@ TEST(CommandLine, TakesEveryOptionInBothFormsOnBothSidesOfTheWidget) {
 
 TEST(CommandLine, NamesTheWordAtFaultAndWhatWasExpected) {
     for (const auto& row : table(R"(
-                                                      | no command            | list, timeline, render, pins, check
-        paint                                         | 'paint'               | list, timeline, render, pins, check
-        List                                          | 'List'                | list, timeline, render, pins, check
+                                                      | no command            | list, timeline, render, pins, serve, check
+        paint                                         | 'paint'               | list, timeline, render, pins, serve, check
+        List                                          | 'List'                | list, timeline, render, pins, serve, check
         render                                        | no widget             | alarms, alarm, metric
         timeline --json                               | no widget             | or a kind identifier
         list timeline                                 | 'timeline'            | unexpected

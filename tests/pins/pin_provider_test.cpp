@@ -1,5 +1,8 @@
 #include "pins/pin_provider.h"
 
+#include <cmath>
+#include <map>
+
 #include "pins/pin_files.h"
 
 namespace tessary::pins {
@@ -53,6 +56,17 @@ TYPED_TEST(PinHost, HasASampleOfThreeHours) {
     pin.latest.reset();
     if constexpr (requires { pin.stateUpdatedMs; }) pin.stateUpdatedMs.value() -= last;
     EXPECT_EQ(foundation::toJSON(pin), TypeParam::samplePin);
+}
+
+TEST(PinProvider, CountsMillisecondsToTheNearestThatThereAre) {
+    const std::map<double, double> cases{
+        {0, 0},          {1.9999, 1999},    {-1.9999, -1999},  {1e15, 1e18},
+        {1e300, 0x1p62}, {-1e300, -0x1p62}, {HUGE_VAL, 0x1p62}};
+    for (const auto& [seconds, expected] : cases) {
+        EXPECT_EQ(static_cast<double>(milliseconds(Date{seconds})), expected) << seconds;
+        const auto series = sampleSeries(Date{seconds}, 1, 1);
+        EXPECT_EQ(series.back().t - series.front().t, 35 * 300000);
+    }
 }
 
 TYPED_TEST(PinHost, HasTheSampleForAPlaceholderWithoutReading) {

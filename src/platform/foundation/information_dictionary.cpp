@@ -6,6 +6,7 @@
 #include <type_traits>
 #include <variant>
 
+#include "platform/foundation/binary_property_list.h"
 #include "platform/foundation/surroundings.h"
 
 namespace tessary::foundation {
@@ -21,6 +22,7 @@ PropertyList readPropertyList(const std::filesystem::path& file) {
     const auto contents = surroundings().read(file);
     const auto* const bytes = std::get_if<std::string>(&contents);
     if (bytes == nullptr || bytes->size() > largestPropertyList) return nullptr;
+    if (isBinaryPropertyList(*bytes) && !isSoundBinaryPropertyList(*bytes)) return nullptr;
     plist_t list = nullptr;
     plist_from_memory(bytes->data(), static_cast<std::uint32_t>(bytes->size()), &list);
     return PropertyList{list};
