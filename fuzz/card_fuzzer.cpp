@@ -285,7 +285,7 @@ DisplayList cardOf(const WidgetEntry& entry, WidgetFamily family, double scale, 
     environment.widgetFamily = family;
     environment.redaction.placeholder = redacted;
     const views::Size size{family == WidgetFamily::systemMedium ? 344.0 : 164.0, 164};
-    return views::layOut(entry.view, {size, views::EdgeInsets::all(16), 22, scale}, environment,
+    return views::layOut(entry.view(), {size, views::EdgeInsets::all(16), 22, scale}, environment,
                          typesetter());
 }
 

@@ -42,9 +42,10 @@ struct ContentRules {
     void operator()(const RectangleElement& rectangle) const { checkColor(rectangle.color); }
     void operator()(const CircleElement& circle) const { checkColor(circle.color); }
     void operator()(const PathElement& path) const {
-        for (const PathCommand& command : path.path.commands())
+        path.path.each([](const PathCommand& command) {
             for (const Point& point : {command.to, command.control1, command.control2})
                 require(std::isfinite(point.x) && std::isfinite(point.y), "a path is finite");
+        });
         std::visit(*this, path.paint);
     }
     void operator()(const Stroke& stroke) const {

@@ -45,7 +45,7 @@ int print(const std::string& text) {
 std::string listAsJSON() {
     JSONWriter json{JSONWriter::Style::indented};
     json.object([&] { describeBundle(json); });
-    return json.text() + "\n";
+    return std::move(json).text() + "\n";
 }
 
 std::string listAsText(const std::vector<WidgetConfiguration>& widgets) {
@@ -78,7 +78,7 @@ std::string timelineAsJSON(const std::string& kind, widgets::Request request,
         });
         describePolicy(json, timeline);
     });
-    return json.text() + "\n";
+    return std::move(json).text() + "\n";
 }
 
 /// One line an entry: when, and what its medium size says.
@@ -114,7 +114,7 @@ std::string pinsAsJSON(const intents::WidgetConfigurationIntent& intent,
                        const std::vector<std::string>& ids) {
     JSONWriter json{JSONWriter::Style::indented};
     json.object([&] { describePins(json, intent, ids); });
-    return json.text() + "\n";
+    return std::move(json).text() + "\n";
 }
 
 struct Runner {

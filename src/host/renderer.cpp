@@ -20,7 +20,7 @@ views::DisplayList Renderer::layOut(const widgets::WidgetEntry& entry,
     views::Environment environment;
     environment.widgetFamily = options.family;
     environment.redaction.placeholder = options.redacted;
-    return views::layOut(entry.view, surface(options.family, options.scale), environment,
+    return views::layOut(entry.view(), surface(options.family, options.scale), environment,
                          typesetter_);
 }
 

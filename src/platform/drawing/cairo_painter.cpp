@@ -10,6 +10,7 @@
 #include "platform/drawing/card.h"
 #include "platform/drawing/release.h"
 #include "platform/drawing/symbols.h"
+#include "platform/drawing/thinned_path.h"
 
 namespace tessary::drawing {
 
@@ -41,7 +42,7 @@ private:
 enum class Medium { pixels, document };
 
 void trace(cairo_t* cr, const Path& path) {
-    for (const PathCommand& c : path.commands()) {
+    path.each([&](const PathCommand& c) {
         switch (c.verb) {
             case PathCommand::Verb::move: cairo_move_to(cr, c.to.x, c.to.y); break;
             case PathCommand::Verb::line: cairo_line_to(cr, c.to.x, c.to.y); break;
@@ -51,7 +52,7 @@ void trace(cairo_t* cr, const Path& path) {
                 break;
             case PathCommand::Verb::close: cairo_close_path(cr); break;
         }
-    }
+    });
 }
 
 void use(cairo_t* cr, const Color& color) {
@@ -190,7 +191,7 @@ private:
     void draw(const Element& element, const views::PathElement& path) {
         const Saved saved{cr_};
         cairo_translate(cr_, element.frame.minX(), element.frame.minY());
-        trace(cr_, path.path);
+        trace(cr_, thinned(path.path, list_.scale));
         std::visit([&](const auto& paint) { apply(paint, element.frame.size.height); }, path.paint);
     }
 

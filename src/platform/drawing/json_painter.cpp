@@ -85,8 +85,8 @@ private:
 
     void write(const views::PathElement& path) {
         json_.key("commands").array([&] {
-            for (const views::PathCommand& command : path.path.commands())
-                json_.array([&] { write(command); });
+            path.path.each(
+                [&](const views::PathCommand& command) { json_.array([&] { write(command); }); });
         });
         std::visit([&](const auto& paint) { write(paint); }, path.paint);
     }

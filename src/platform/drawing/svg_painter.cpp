@@ -9,6 +9,7 @@
 #include "platform/drawing/png_encoder.h"
 #include "platform/drawing/symbols.h"
 #include "platform/drawing/text_painter.h"
+#include "platform/foundation/base64.h"
 
 namespace tessary::drawing {
 
@@ -36,7 +37,7 @@ std::string pair(Point p) { return number(p.x) + " " + number(p.y); }
 
 std::string pathData(const Path& path) {
     std::string data;
-    for (const PathCommand& c : path.commands()) {
+    path.each([&](const PathCommand& c) {
         switch (c.verb) {
             case PathCommand::Verb::move: data += "M" + pair(c.to); break;
             case PathCommand::Verb::line: data += "L" + pair(c.to); break;
@@ -45,7 +46,7 @@ std::string pathData(const Path& path) {
                 break;
             case PathCommand::Verb::close: data += "Z"; break;
         }
-    }
+    });
     return data;
 }
 
@@ -68,21 +69,6 @@ std::string escaped(std::string_view text) {
             default:
                 if (static_cast<unsigned char>(c) >= 0x20 || c == '\n') result += c;
         }
-    }
-    return result;
-}
-
-std::string base64(std::string_view bytes) {
-    constexpr std::string_view alphabet =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string result;
-    for (std::size_t i = 0; i < bytes.size(); i += 3) {
-        std::uint32_t group = 0;
-        for (std::size_t k = 0; k < 3; ++k)
-            group = group << 8U |
-                    (i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0U);
-        for (std::size_t k = 0; k < 4; ++k)
-            result += i + k <= bytes.size() ? alphabet[group >> (18 - 6 * k) & 63U] : '=';
     }
     return result;
 }
@@ -155,8 +141,8 @@ private:
         tag("image", "x=\"" + number(frame.minX()) + "\" y=\"" + number(frame.minY()) +
                          "\" width=\"" + number(frame.size.width) + "\" height=\"" +
                          number(frame.size.height) + "\"" + placed(at, shrink) +
-                         " href=\"data:image/png;base64," + base64(encodePNG(picture.pixels)) +
-                         "\"");
+                         " href=\"data:image/png;base64," +
+                         foundation::base64(encodePNG(picture.pixels)) + "\"");
     }
 
     void draw(const Element& element, const views::SymbolElement& drawn) {

@@ -8,8 +8,9 @@ namespace tessary::views {
 
 class View;
 
-/// A value and the function that turns it and an argument into a view. Copies and compares: equal
-/// when the values are equal and the functions the same.
+/// A value and the function that turns it and an argument into a view. Compares: equal when the
+/// values are equal and the functions the same. Copies are cheap and share the value, which never
+/// changes: a view is copied at each of its modifiers, and the value may be a long series.
 ///
 ///     Deferred<Size>(series, [](const Series& s, const Size& size) { return s.chart(size); })
 template <class Argument>
@@ -17,15 +18,7 @@ class Deferred {
 public:
     template <class Value>
     Deferred(Value value, View (*make)(const Value&, const Argument&))
-        : maker_(std::make_unique<Maker<Value>>(std::move(value), make)) {}
-    Deferred(const Deferred& other) : maker_(other.maker_->clone()) {}
-    Deferred(Deferred&&) noexcept = default;
-    Deferred& operator=(const Deferred& other) {
-        if (this != &other) maker_ = other.maker_->clone();
-        return *this;
-    }
-    Deferred& operator=(Deferred&&) noexcept = default;
-    ~Deferred() = default;
+        : maker_(std::make_shared<Maker<Value>>(std::move(value), make)) {}
 
     View content(const Argument& argument) const;
     friend bool operator==(const Deferred& a, const Deferred& b) {
@@ -36,14 +29,12 @@ private:
     struct Base {
         virtual ~Base() = default;
         virtual View content(const Argument& argument) const = 0;
-        virtual std::unique_ptr<Base> clone() const = 0;
         virtual bool equals(const Base& other) const = 0;
     };
     template <class Value>
     struct Maker final : Base {
         Maker(Value v, View (*c)(const Value&, const Argument&)) : value(std::move(v)), make(c) {}
         View content(const Argument& argument) const override;
-        std::unique_ptr<Base> clone() const override { return std::make_unique<Maker>(*this); }
         bool equals(const Base& other) const override {
             const auto* same = dynamic_cast<const Maker*>(&other);
             return same != nullptr && same->make == make && same->value == value;
@@ -51,7 +42,7 @@ private:
         Value value;
         View (*make)(const Value&, const Argument&);
     };
-    std::unique_ptr<Base> maker_;
+    std::shared_ptr<const Base> maker_;
 };
 
 }  // namespace tessary::views

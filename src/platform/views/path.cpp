@@ -10,8 +10,16 @@ constexpr double quarterArc = 0.5522847498307936;
 }  // namespace
 
 Path& Path::append(const Path& other) {
-    commands_.insert(commands_.end(), other.commands_.begin(), other.commands_.end());
+    verbs_.insert(verbs_.end(), other.verbs_.begin(), other.verbs_.end());
+    points_.insert(points_.end(), other.points_.begin(), other.points_.end());
     return *this;
+}
+
+std::vector<PathCommand> Path::commands() const {
+    std::vector<PathCommand> commands;
+    commands.reserve(verbs_.size());
+    each([&](const PathCommand& command) { commands.push_back(command); });
+    return commands;
 }
 
 Path& Path::rectangle(const Rect& rect, double radius) {
@@ -56,9 +64,8 @@ Path& Path::circle(Point center, double radius) {
 
 Path Path::transformed(double sx, double sy, Point by) const {
     const auto map = [&](Point p) { return Point{p.x * sx + by.x, p.y * sy + by.y}; };
-    Path result;
-    for (const PathCommand& c : commands_)
-        result.add({c.verb, map(c.to), map(c.control1), map(c.control2)});
+    Path result = *this;
+    for (Point& point : result.points_) point = map(point);
     return result;
 }
 

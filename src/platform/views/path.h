@@ -1,7 +1,8 @@
 // Outlines: moves, straight segments, cubic curves and closes, in points.
 #pragma once
 
-#include <utility>
+#include <concepts>
+#include <cstddef>
 #include <vector>
 
 #include "platform/views/geometry.h"
@@ -9,7 +10,7 @@
 namespace tessary::views {
 
 struct PathCommand {
-    enum class Verb { move, line, curve, close };
+    enum class Verb : unsigned char { move, line, curve, close };
     Verb verb{Verb::move};
     Point to{};
     Point control1{};  ///< curve only: leaves the current point towards here
@@ -43,17 +44,38 @@ public:
     /// Every coordinate multiplied by (`sx`, `sy`), then moved by `by`.
     Path transformed(double sx, double sy, Point by) const;
 
-    bool empty() const { return commands_.empty(); }
-    const std::vector<PathCommand>& commands() const& { return commands_; }
-    std::vector<PathCommand> commands() && { return std::move(commands_); }
+    bool empty() const { return verbs_.empty(); }
+    std::size_t size() const { return verbs_.size(); }
+    /// Hands every command to `use`, in order.
+    template <std::invocable<const PathCommand&> Use>
+    void each(Use&& use) const {
+        auto point = points_.begin();
+        for (const PathCommand::Verb verb : verbs_) {
+            PathCommand command{verb, {}, {}, {}};
+            if (verb == PathCommand::Verb::curve) {
+                command.control1 = *point++;
+                command.control2 = *point++;
+            }
+            if (verb != PathCommand::Verb::close) command.to = *point++;
+            use(command);
+        }
+    }
+    /// All of them at once, which takes three times the room of the path.
+    std::vector<PathCommand> commands() const;
     bool operator==(const Path&) const = default;
 
 private:
-    Path& add(PathCommand command) {
-        commands_.push_back(command);
+    Path& add(const PathCommand& command) {
+        verbs_.push_back(command.verb);
+        if (command.verb == PathCommand::Verb::curve) {
+            points_.push_back(command.control1);
+            points_.push_back(command.control2);
+        }
+        if (command.verb != PathCommand::Verb::close) points_.push_back(command.to);
         return *this;
     }
-    std::vector<PathCommand> commands_{};
+    std::vector<PathCommand::Verb> verbs_{};
+    std::vector<Point> points_{};  ///< what the verbs take: a curve three, a close none
 };
 
 }  // namespace tessary::views

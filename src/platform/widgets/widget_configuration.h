@@ -5,10 +5,11 @@
 //             .configurationDisplayName("Alarms firing")
 //             .description("What is in ALARM.")
 //             .supportedFamilies({WidgetFamily::systemSmall});
-//     widget.answer(Request::timeline, {}, {}).entries.front().view      // what the host renders
+//     widget.answer(Request::timeline, {}, {}).entries.front().view()    // what the host renders
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,11 +22,36 @@
 
 namespace tessary::widgets {
 
-/// An entry of any widget, ready for a host.
-struct WidgetEntry {
+/// An entry of any widget, ready for a host. Copies are cheap: they share what the provider made,
+/// which never changes.
+class WidgetEntry {
+public:
+    /// `Entry` has a `date` and a `display` that prints as JSON; `content` makes its view.
+    template <class Entry>
+    WidgetEntry(Entry entry, views::View (*content)(const Entry&))
+        : date(entry.date), made_(std::make_shared<Made<Entry>>(std::move(entry), content)) {}
+
     Date date{};
-    views::View view{};                                       ///< reads its family when rendered
-    std::function<void(foundation::JSONWriter&)> describe{};  ///< prints its display state
+    /// Made anew at each call; reads its family when it is rendered.
+    views::View view() const { return made_->view(); }
+    /// Prints the display state.
+    void describe(foundation::JSONWriter& json) const { made_->describe(json); }
+
+private:
+    struct Base {
+        virtual ~Base() = default;
+        virtual views::View view() const = 0;
+        virtual void describe(foundation::JSONWriter& json) const = 0;
+    };
+    template <class Entry>
+    struct Made final : Base {
+        Made(Entry e, views::View (*c)(const Entry&)) : entry(std::move(e)), content(c) {}
+        views::View view() const override { return content(entry); }
+        void describe(foundation::JSONWriter& json) const override { json.value(entry.display); }
+        Entry entry;
+        views::View (*content)(const Entry&);
+    };
+    std::shared_ptr<const Base> made_;
 };
 
 struct WidgetConfiguration {
@@ -64,16 +90,9 @@ WidgetConfiguration AppIntentConfiguration(std::string kind,
 // ---- How it is done --------------------------------------------------------------------------
 
 template <class Entry>
-WidgetEntry readied(const Entry& entry, views::View (*content)(const Entry&)) {
-    return {entry.date, content(entry),
-            [display = entry.display](foundation::JSONWriter& json) { json.value(display); }};
-}
-
-template <class Entry>
-Timeline<WidgetEntry> readied(const Timeline<Entry>& timeline,
-                              views::View (*content)(const Entry&)) {
+Timeline<WidgetEntry> readied(Timeline<Entry> timeline, views::View (*content)(const Entry&)) {
     Timeline<WidgetEntry> result{{}, timeline.policy};
-    for (const Entry& entry : timeline.entries) result.entries.push_back(readied(entry, content));
+    for (Entry& entry : timeline.entries) result.entries.emplace_back(std::move(entry), content);
     return result;
 }
 
