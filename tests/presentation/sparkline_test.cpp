@@ -40,7 +40,7 @@ void expectPath(const views::Path& path, const std::vector<Point>& shares, const
                 bool closed = false) {
     ASSERT_EQ(path.commands().size(), shares.size() + (closed ? 1 : 0));
     for (std::size_t i = 0; i < shares.size(); ++i) {
-        const PathCommand& command = path.commands()[i];
+        const PathCommand command = path.commands()[i];
         EXPECT_EQ(command.verb, i == 0 ? Verb::move : Verb::line);
         EXPECT_NEAR(command.to.x, shares[i].x * size.width, 0.01);
         EXPECT_NEAR(command.to.y, shares[i].y * size.height, 0.01);
