@@ -272,10 +272,6 @@ void leaveOutTimes(Inspection& inspection) {
 
 }  // namespace
 
-std::vector<std::string> snapshotNames() {
-    return {alarmsName, AlarmPinsSnapshot::fileName, MetricPinsSnapshot::fileName};
-}
-
 Inspection inspect() {
     Inspection result{.now = foundation::surroundings().clock()};
     snapshot::Location location = snapshot::locate(alarmsName);

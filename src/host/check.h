@@ -111,9 +111,6 @@ struct Inspection {
 /// Looks at the three files in the surroundings in force. A file that fails never throws.
 Inspection inspect();
 
-/// The names of the three files below the container's "widgets/", without their ending.
-std::vector<std::string> snapshotNames();
-
 /// Whether two looks found the same. Time alone, and touching a file, change nothing.
 bool foundTheSame(Inspection one, Inspection other);
 

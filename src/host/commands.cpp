@@ -189,7 +189,7 @@ private:
     /// The three files and the dictionary, as far as they have a place now.
     static std::vector<std::filesystem::path> watchedFiles(const RequestOptions& options) {
         std::vector<std::filesystem::path> files;
-        for (const std::string& name : snapshotNames())
+        for (const std::string_view name : snapshot::fileNames)
             if (auto file = snapshot::locate(name).file; !file.empty()) files.push_back(file);
         if (options.info) files.push_back(*options.info);
         return files;

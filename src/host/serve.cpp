@@ -15,7 +15,7 @@
 #include "platform/drawing/machine_fonts.h"
 #include "platform/sandbox/file_broker.h"
 #include "platform/sandbox/sandbox.h"
-#include "snapshot/snapshot_store.h"
+#include "snapshot/reading.h"
 
 namespace tessary::host {
 
@@ -43,8 +43,10 @@ public:
 private:
     bool isSnapshot(const fs::path& path) const {
         const fs::path root = path.parent_path().parent_path();
-        if (!std::ranges::count(snapshot::SnapshotStore::files, path.lexically_relative(root)))
-            return false;
+        const auto lies = [&](std::string_view name) {
+            return root / snapshot::pathOf(name) == path;
+        };
+        if (std::ranges::none_of(snapshot::fileNames, lies)) return false;
         if (container_) return root == *container_;
         return root == foundation::groupContainer(root.filename().native());
     }

@@ -15,6 +15,10 @@ AppGroup::Rule ruleFor(const std::optional<std::string>& value) {
 
 }  // namespace
 
+std::filesystem::path pathOf(std::string_view name) {
+    return "widgets/" + std::string{name} + ".json";
+}
+
 AppGroup appGroup() {
     std::optional<std::string> value = foundation::surroundings().information("TessaryAppGroup");
     const AppGroup::Rule rule = ruleFor(value);
@@ -25,8 +29,7 @@ Location locate(std::string_view name) {
     Location location{.group = appGroup()};
     if (location.group.rule != AppGroup::Rule::identifier) return location;
     location.container = foundation::surroundings().container(*location.group.value);
-    if (location.container)
-        location.file = *location.container / ("widgets/" + std::string{name} + ".json");
+    if (location.container) location.file = *location.container / pathOf(name);
     return location;
 }
 

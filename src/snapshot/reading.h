@@ -9,6 +9,7 @@
 //     reading.snapshot()            // the snapshot
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -43,6 +44,10 @@ struct AppGroup {
     Rule rule{Rule::missing};
     bool operator==(const AppGroup&) const = default;
 };
+
+/// The files that are ever read: each NAME means "widgets/NAME.json" in a container.
+inline constexpr std::array<std::string_view, 3> fileNames{"alarms", "alarm-pins", "metrics"};
+std::filesystem::path pathOf(std::string_view name);
 
 /// Where a snapshot file is to be looked for. None of it need exist.
 struct Location {

@@ -7,7 +7,6 @@
 //     SnapshotStore::read<MetricPinsSnapshot>("metrics")       // "widgets/metrics.json"
 #pragma once
 
-#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,10 +18,6 @@ namespace tessary::snapshot {
 
 /// Callable from any thread.
 struct SnapshotStore {
-    /// All that is ever read, from the container's root.
-    static constexpr std::array<std::string_view, 3> files{
-        "widgets/alarms.json", "widgets/alarm-pins.json", "widgets/metrics.json"};
-
     /// The identifier of the application group, from the information dictionary. None where it
     /// holds no text under "TessaryAppGroup", or one that begins with "." or "$".
     static std::optional<std::string> appGroup();
