@@ -108,7 +108,7 @@ TEST_F(Serve, AnswersAsTheCommandDoes) {
 
 TEST_F(Serve, SaysWhatWasWrongWithARequestAndGoesOn) {
     const auto rows = table(R"(
-        nonsense                                               | null | expected a JSON value, found onsense
+        nonsense                                               | null | expected a JSON value, found nonsense
         []                                                     | null | expected an object, found a list
         {"id": 1.5}                                            | null | /id: expected a 64-bit integer or a text, found 1.5
         {"id": "a"}                                            | "a"  | /request: expected a text, found nothing

@@ -116,6 +116,7 @@ std::string_view expectation(rapidjson::ParseErrorCode code) {
         case rapidjson::kParseErrorStringUnicodeSurrogateInvalid: return "a surrogate pair";
         case rapidjson::kParseErrorStringMissQuotationMark: return "a closing quotation mark";
         case rapidjson::kParseErrorStringInvalidEncoding: return "valid UTF-8";
+        case rapidjson::kParseErrorStringEscapeInvalid: return "a known escape";
         default: return "valid JSON";
     }
 }
@@ -372,11 +373,16 @@ std::optional<DecodingFault> decode(std::string_view text, const Shape& shape, v
     if (auto fault = decoder.takeFault()) return fault;
 
     auto code = result.Code();
-    const auto offset = result.IsError() ? result.Offset() : stream.Tell();
+    auto offset = result.IsError() ? result.Offset() : stream.Tell();
     if (!result.IsError() && !stream.atEnd()) code = rapidjson::kParseErrorDocumentRootNotSingular;
     if (code == rapidjson::kParseErrorNone) return std::nullopt;
-    return DecodingFault{decoder.path(), std::string{expectation(code)}, wordAt(text, offset),
-                         offset};
+    // Of a word like "nonsense" it takes the letters that "null" begins with.
+    if (code == rapidjson::kParseErrorValueInvalid) offset = stream.tokenOffset();
+    const bool isControl = offset < text.size() && text[offset] >= 0 && text[offset] < ' ';
+    const auto expected = isControl && code == rapidjson::kParseErrorStringEscapeInvalid
+                              ? "an escape (\\n, \\t, \\u0000) for a control character"
+                              : expectation(code);
+    return DecodingFault{decoder.path(), std::string{expected}, wordAt(text, offset), offset};
 }
 
 }  // namespace shapes
