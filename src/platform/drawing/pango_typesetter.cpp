@@ -159,7 +159,7 @@ public:
     }
 
     void forgetIfMany() {
-        constexpr std::size_t many = 64U << 10U;  // bytes of text, some hundred pictures' worth
+        constexpr std::size_t many = 16U << 10U;  // bytes of text, some twenty pictures' worth
         if (remembered_ < many) return;
         lines_.clear();
         remembered_ = 0;
