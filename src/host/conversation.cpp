@@ -79,7 +79,7 @@ private:
             return fail("cannot write standard output");
         }
         unsent_.remove_prefix(static_cast<std::size_t>(count));
-        if (unsent_.empty()) text_ = {};
+        if (unsent_.empty()) std::string{}.swap(text_);  // an assignment would keep the room
     }
 
     void fail(const std::string& what) { fault_ = what + ": " + std::strerror(errno); }

@@ -60,7 +60,6 @@ inline constexpr auto fieldsOf<host::RequestLine> = std::tuple{
 
 namespace tessary::host {
 
-using foundation::Decoded;
 using foundation::decodeJSON;
 using foundation::JSONWriter;
 using widgets::Timeline;

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <iostream>
+#include <malloc.h>
 #include <string_view>
 #include <unistd.h>
 
@@ -55,6 +56,14 @@ private:
     std::vector<fs::path> dictionaries_;
 };
 
+/// Large blocks go back to the system as soon as they are free, so that one large file does not
+/// leave the process large.
+void keepMemorySmall() {
+    constexpr int large = 4 << 20;  // bytes, more than the pixels of any card
+    ::mallopt(M_MMAP_THRESHOLD, large);
+    ::mallopt(M_TRIM_THRESHOLD, large);
+}
+
 /// A descriptor that is not open would be given to something else.
 std::optional<std::string> closedStream() {
     if (::fcntl(STDIN_FILENO, F_GETFD) < 0)
@@ -71,6 +80,7 @@ std::optional<std::string> closedStream() {
 
 std::optional<std::string> serve(const ServeCommand& command) {
     if (auto fault = closedStream()) return fault;
+    keepMemorySmall();
     foundation::Surroundings surroundings = surroundingsFor(command.request);
     sandbox::FileBroker broker{ServedFiles{command.request}};
     surroundings.read = [&](const fs::path& path) { return broker.read(path); };

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "pins/pin_display.h"
@@ -60,10 +59,11 @@ private:
 
 /// The intent of a widget of one pin, for hosts.
 template <class Query>
-intents::WidgetConfigurationIntent pinIntent(std::string title, std::string entityType) {
+intents::WidgetConfigurationIntent pinIntent(const std::string& title,
+                                             const std::string& entityType) {
     return {
-        .title = std::move(title),
-        .entityType = std::move(entityType),
+        .title = title,
+        .entityType = entityType,
         .entities = [](const std::vector<std::string>& ids) { return Query{}.entities(ids); },
         .suggestedEntities = [] { return Query{}.suggestedEntities(); },
         .defaultResult = [] { return Query{}.defaultResult(); },

@@ -78,7 +78,7 @@ TEST_F(Check, FindsTheFirstFault) {
         "reason": ""          | "reason": null       | 11:112 | /topAlarms/2/reason: expected a text, found null
         "region": "eu-west-1" | "regian": "ü", "x": 1 | 5:99  | /targets/1/region: expected a text, found nothing
         "state": "watching"   | "state": watching    | 2:32  | /state: expected a JSON value, found watching
-        "topAlarms"           | "topAlarms           | 8:16  | /targets: expected valid JSON, found \x0A)")) {
+        "topAlarms"           | "topAlarms           | 8:16  | /targets: expected an escape (\n, \t, \u0000) for a control character, found \x0A)")) {
         container_.put("alarms", replaced(exampleAlarms, row.at(0), row.at(1)));
         const Inspection bad = found();
         const FileFinding& file = bad.files.at(0);
