@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <iostream>
 #include <malloc.h>
+#include <stdexcept>
 #include <string_view>
 #include <unistd.h>
 
@@ -96,7 +97,10 @@ std::optional<std::string> serve(const ServeCommand& command) {
         if (line.isTooLong)
             return refusal("line: longer than " + std::to_string(longestLine) + " bytes");
         const bool isBlank = line.text.find_first_not_of(" \t\r") == std::string::npos;
-        return isBlank ? "" : extension.answer(line.text);
+        if (isBlank) return "";
+        std::string reply = extension.answer(line.text);
+        if (broker.isGone()) throw std::runtime_error{"the file broker is gone"};
+        return reply;
     });
 }
 

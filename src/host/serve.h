@@ -9,7 +9,8 @@
 
 namespace tessary::host {
 
-/// Serves until the input ends. What went wrong, if anything. What the kernel cannot shut of the
+/// Serves until the input ends. What went wrong, if anything; a broker that was killed is thrown as
+/// std::runtime_error. What the kernel cannot shut of the
 /// sandbox is told once on standard error; with `requireSandbox` it is what went wrong, before a
 /// request is read.
 std::optional<std::string> serve(const ServeCommand& command);

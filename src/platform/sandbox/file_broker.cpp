@@ -132,8 +132,9 @@ foundation::FileContents FileBroker::read(const std::filesystem::path& path) {
     if (path.empty()) return refused(ENOENT);
     if (path.native().size() > PATH_MAX) return refused(ENAMETOOLONG);
     const std::lock_guard turn{turn_};
-    if (!send(channel_.number(), path.native(), -1)) return refused(errno);
-    const auto answer = receive(channel_.number());
+    const bool isAsked = send(channel_.number(), path.native(), -1);
+    const auto answer = isAsked ? receive(channel_.number()) : std::nullopt;
+    isGone_ = !answer;
     if (!answer) return FileFault{"the file broker is gone"};
     if (answer->file.number() < 0) return FileFault{answer->text};
     return foundation::readFile(answer->file);

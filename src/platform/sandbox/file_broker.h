@@ -11,6 +11,7 @@
 //     broker.read("/etc/passwd")                        // FileFault{"Operation not permitted"}
 #pragma once
 
+#include <atomic>
 #include <filesystem>
 #include <functional>
 #include <mutex>
@@ -30,9 +31,14 @@ public:
     /// the broker is gone, a fault. From any thread.
     foundation::FileContents read(const std::filesystem::path& path);
 
+    /// Whether the process has ended, as far as reading has met it. No file can be read from then
+    /// on, which is not to be taken for files that are gone.
+    bool isGone() const { return isGone_; }
+
 private:
     foundation::Descriptor channel_{};
     std::mutex turn_{};
+    std::atomic<bool> isGone_{};
 };
 
 }  // namespace tessary::sandbox

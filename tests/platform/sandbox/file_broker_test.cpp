@@ -1,5 +1,6 @@
 #include "platform/sandbox/file_broker.h"
 
+#include <csignal>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <thread>
@@ -45,6 +46,22 @@ TEST(FileBroker, OpensWhatItMayAndLooksThePathUpEachTime) {
               }),
               "(No such file or directory)onetwo(Operation not permitted)(not a regular file)"
               "(No such file or directory)(File name too long)");
+}
+
+TEST(FileBroker, TellsThatItIsGone) {
+    const TemporaryFolder folder;
+    folder.write("file", "text");
+    EXPECT_EQ(confined([&] {
+                  FileBroker broker{[](const auto&) { return true; }};
+                  std::string said = told(broker.read(folder / "file"));
+                  pid_t process = 0;
+                  std::ifstream{"/proc/thread-self/children"} >> process;
+                  ::kill(process, SIGKILL);
+                  ::waitpid(process, nullptr, 0);
+                  said += told(broker.read(folder / "file"));
+                  return said + (broker.isGone() ? "!" : "");
+              }),
+              "text(the file broker is gone)!");
 }
 
 TEST(FileBroker, ServesManyThreads) {
