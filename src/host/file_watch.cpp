@@ -70,16 +70,9 @@ void heedEndSignals() {
 
 FileWatch::FileWatch(const std::vector<fs::path>& files)
     : queue_(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK)) {
-    if (queue_ < 0) throw failure("files", errno);
-    try {
-        for (const fs::path& file : files) follow(fs::absolute(file));
-    } catch (...) {
-        ::close(queue_);
-        throw;
-    }
+    if (queue_.number() < 0) throw failure("files", errno);
+    for (const fs::path& file : files) follow(fs::absolute(file));
 }
-
-FileWatch::~FileWatch() { ::close(queue_); }
 
 /// Goes down a path as the system does, links included. Each folder is watched before the name in
 /// it is looked at.
@@ -110,7 +103,7 @@ void FileWatch::follow(const fs::path& file) {
 /// A folder that may be passed through but not be read cannot be watched; that is told only where
 /// it is the last, because those above it rarely change.
 void FileWatch::watch(const fs::path& folder, const fs::path& name) {
-    const int number = ::inotify_add_watch(queue_, folder.c_str(), changes | IN_ONLYDIR);
+    const int number = ::inotify_add_watch(queue_.number(), folder.c_str(), changes | IN_ONLYDIR);
     if (number >= 0) {
         names_[number].insert(name.native());
         unseen_.clear();
@@ -126,7 +119,7 @@ bool FileWatch::takeEvents() {
     bool matters = false;
     alignas(inotify_event) std::array<char, 16384> room;
     for (;;) {
-        const ssize_t length = ::read(queue_, room.data(), room.size());
+        const ssize_t length = ::read(queue_.number(), room.data(), room.size());
         if (length <= 0) return matters;
         for (const char* at = room.data(); at < room.data() + length;) {
             inotify_event event{};
@@ -145,7 +138,7 @@ Woken FileWatch::wait() {
     for (;;) {
         if (endAsked != 0) return Woken::end;
         // Standard output is asked for nothing but the news that its reader has gone.
-        std::array<pollfd, 2> sources{{{queue_, POLLIN, 0}, {STDOUT_FILENO, 0, 0}}};
+        std::array<pollfd, 2> sources{{{queue_.number(), POLLIN, 0}, {STDOUT_FILENO, 0, 0}}};
         const int ready = ::ppoll(sources.data(), sources.size(), nullptr, &held.former());
         if (ready < 0 && errno != EINTR) throw failure("files", errno);
         if (ready <= 0) continue;

@@ -14,6 +14,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/foundation/files.h"
+
 namespace tessary::host {
 
 /// From now on the first SIGINT or SIGTERM asks for the end instead of ending the process; a second
@@ -33,9 +35,6 @@ class FileWatch {
 public:
     /// Throws std::runtime_error where the system has no watch to give or a folder forbids it.
     explicit FileWatch(const std::vector<std::filesystem::path>& files);
-    FileWatch(const FileWatch&) = delete;
-    FileWatch& operator=(const FileWatch&) = delete;
-    ~FileWatch();
 
     /// Waits for the first change, and a twentieth of a second more for those that come with it.
     /// Throws std::runtime_error where waiting fails.
@@ -46,7 +45,7 @@ private:
     void watch(const std::filesystem::path& folder, const std::filesystem::path& name);
     bool takeEvents();
 
-    int queue_{-1};
+    foundation::Descriptor queue_{};
     std::map<int, std::set<std::string>> names_{};  ///< by watched folder: what matters in it
     std::filesystem::path
         unseen_{};  ///< the folder, while a path is followed, that hides its names
