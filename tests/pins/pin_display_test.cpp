@@ -60,45 +60,28 @@ TYPED_TEST(PinDisplayOf, FindsThePinOrSaysWhyThereIsNone) {
 }
 
 TYPED_TEST(PinDisplayOf, IsStaleAfterThreeIntervalsAndTenMinutesAtLeast) {
+    constexpr auto longest = std::numeric_limits<std::int64_t>::max();
+    constexpr auto lowest = std::numeric_limits<std::int64_t>::min();
     auto snapshot = this->decoded({"a"}).value();
-    const auto stale = [&](double age) {
-        const Date updated = Date::fromMilliseconds(snapshot.updatedMs);
-        return TestFixture::Display::resolve(snapshot, "a", updated + age).pinned()->stale;
-    };
-    for (const auto& [interval, limit] : std::vector<std::pair<std::int64_t, double>>{
-             {-5, 600}, {0, 600}, {60, 600}, {100, 600}, {200, 600}, {201, 603}, {300, 900}}) {
-        snapshot.intervalSeconds = interval;
-        for (int age = -10; age <= 1000; ++age)
-            EXPECT_EQ(stale(age), age > limit) << interval << " at " << age;
-        EXPECT_FALSE(stale(limit - 0.001));
-        EXPECT_TRUE(stale(limit + 0.001));
-    }
-    snapshot.intervalSeconds = std::numeric_limits<std::int64_t>::max();
-    EXPECT_FALSE(stale(2.7e19));
-    EXPECT_TRUE(stale(2.8e19));
-    snapshot.intervalSeconds = std::numeric_limits<std::int64_t>::min();
-    EXPECT_FALSE(stale(600));
-    EXPECT_TRUE(stale(601));
-}
-
-TYPED_TEST(PinDisplayOf, KeepsTheMillisecondsOfItsDate) {
-    auto snapshot = this->decoded({"a"}).value();
-    for (const auto& [milliseconds, seconds] : std::vector<std::pair<std::int64_t, double>>{
-             {1500, 1.5}, {-1, -0.001}, {1'700'000'000'123, 1'700'000'000.123}}) {
+    for (const std::int64_t milliseconds : {std::int64_t{1'700'000'000'123}, std::int64_t{-1}}) {
         snapshot.updatedMs = milliseconds;
-        const auto display = TestFixture::Display::resolve(snapshot, "a", {});
-        EXPECT_EQ(display.pinned()->updated.seconds, seconds);
-        EXPECT_NE(display, TestFixture::Display::resolve(snapshot, "b", {}));
-    }
-}
-
-TYPED_TEST(PinDisplayOf, IsMutedByAnyOfThreeProblems) {
-    for (int problems = 0; problems < 8; ++problems) {
-        Pinned<typename TypeParam::Snapshot> state;
-        state.pin.authExpired = (problems & 1) != 0;
-        if ((problems & 2) != 0) state.pin.error = "";
-        state.stale = (problems & 4) != 0;
-        EXPECT_EQ(state.muted(), problems != 0);
+        const Date updated{static_cast<double>(milliseconds) / 1000};
+        for (const auto& [interval, limit] :
+             std::vector<std::pair<std::int64_t, double>>{{lowest, 600},
+                                                          {0, 600},
+                                                          {200, 600},
+                                                          {201, 603},
+                                                          {300, 900},
+                                                          {longest, 2.767e19}}) {
+            snapshot.intervalSeconds = interval;
+            for (const double age : {-10.0, limit - 0.001, limit, limit + 0.001, 2.8e19}) {
+                const auto display = TestFixture::Display::resolve(snapshot, "a", updated + age);
+                const auto* state = display.pinned();
+                EXPECT_EQ(state->updated, updated);
+                EXPECT_EQ(state->stale, (updated + age) - updated > limit) << interval << age;
+                EXPECT_EQ(state->muted(), state->stale);
+            }
+        }
     }
 }
 
