@@ -13,37 +13,23 @@ namespace tessary::pins {
 
 /// What the two widgets of one pin have each of their own.
 struct AlarmWidget {
+    static constexpr const char* name = "alarm";
     using Snapshot = snapshot::AlarmPinsSnapshot;
     using Provider = alarm_pin::AlarmPinProvider;
     using Query = alarm_pin::AlarmPinQuery;
     static constexpr const char* details = R"("alarmName":"","reason":"")";
     static constexpr const char* detail = "prod · eu-west-1";
-    static constexpr double level = 82;
-    static constexpr double amplitude = 10;
-    static constexpr const char* samplePin =
-        R"({"id":"orders-db-cpu-high","label":"orders-db-cpu-high","profile":"prod",)"
-        R"("region":"us-east-1","alarmName":"orders-db-cpu-high","state":"ALARM",)"
-        R"("reason":"Threshold Crossed: 3 out of the last 3 datapoints were greater than the )"
-        R"(threshold (80.0).","stateUpdatedMs":-720000,"threshold":80,)"
-        R"("comparison":"GreaterThanThreshold","unit":"Percent","metricName":"CPUUtilization",)"
-        R"("periodSeconds":300,"points":[],"latest":null,"error":null,"authExpired":false})";
     static auto now() { return alarm_pin::AlarmPinPreviewData::now(); }
     static const auto& sample() { return alarm_pin::AlarmPinPreviewData::alarm(); }
 };
 struct MetricWidget {
+    static constexpr const char* name = "metric";
     using Snapshot = snapshot::MetricPinsSnapshot;
     using Provider = metric::MetricProvider;
     using Query = metric::MetricPinQuery;
     static constexpr const char* details =
         R"("namespace":"n","metricName":"CPU","stat":"","periodSeconds":60)";
     static constexpr const char* detail = "CPU ·  · prod · eu-west-1";
-    static constexpr double level = 42;
-    static constexpr double amplitude = 14;
-    static constexpr const char* samplePin =
-        R"({"id":"orders-db CPU","label":"orders-db CPU","profile":"prod","region":"us-east-1",)"
-        R"("namespace":"AWS/RDS","metricName":"CPUUtilization","stat":"Average",)"
-        R"("periodSeconds":300,"unit":"Percent","points":[],"latest":null,"error":null,)"
-        R"("authExpired":false})";
     static auto now() { return metric::MetricPreviewData::now(); }
     static const auto& sample() { return metric::MetricPreviewData::cpu(); }
 };

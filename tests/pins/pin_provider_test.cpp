@@ -4,6 +4,7 @@
 #include <map>
 
 #include "pins/pin_files.h"
+#include "support/golden.h"
 
 namespace tessary::pins {
 namespace {
@@ -36,26 +37,22 @@ struct PinHost : testing::Test {
 };
 TYPED_TEST_SUITE(PinHost, BothWidgets);
 
+/// Two sine waves; times are stored as they are before the last.
 TYPED_TEST(PinHost, HasASampleOfThreeHours) {
-    this->time += 0.1239;
     const auto& sample = *TypeParam::sample().pinned();
-    const auto last = static_cast<std::int64_t>(TypeParam::now().seconds * 1000);
     EXPECT_EQ(TypeParam::now() - sample.updated, 40);
     EXPECT_FALSE(sample.stale);
     auto pin = sample.pin;
-    ASSERT_EQ(pin.points.size(), 36);
+    const auto last = pin.latest->t;
+    EXPECT_EQ(last, milliseconds(TypeParam::now()));
     EXPECT_EQ(pin.latest, pin.points.back());
-    for (std::size_t i = 0; i < 36; ++i) {
-        EXPECT_EQ(pin.points[i].t, last - 300000 * (35 - static_cast<std::int64_t>(i)));
-        const double wave = (pin.points[i].v - TypeParam::level) / TypeParam::amplitude;
-        EXPECT_TRUE(wave > -1.5 && wave < 1.26) << wave;
-        const double known = i == 0 ? 0 : i == 1 ? 0.52485 : i == 35 ? 1.118 : wave;
-        EXPECT_NEAR(wave, known, 0.0005) << i;
-    }
+    if constexpr (requires { pin.stateUpdatedMs; }) pin.stateUpdatedMs.value() -= last;
+    std::ostringstream dump;
+    for (const auto& [t, v] : pin.points) dump << (t - last) / 1000 << ' ' << v << '\n';
     pin.points.clear();
     pin.latest.reset();
-    if constexpr (requires { pin.stateUpdatedMs; }) pin.stateUpdatedMs.value() -= last;
-    EXPECT_EQ(foundation::toJSON(pin), TypeParam::samplePin);
+    expectGolden(std::string{TypeParam::name} + "_sample.txt",
+                 foundation::toJSON(pin) + '\n' + dump.str());
 }
 
 TEST(PinProvider, CountsMillisecondsToTheNearestThatThereAre) {
@@ -108,7 +105,7 @@ TYPED_TEST(PinHost, GivesTheChosenPinOrInAPreviewWithoutPinsTheSample) {
 TYPED_TEST(PinHost, GivesFiveMinutesOfEntriesEachJudgedAtItsOwnDate) {
     using Display = PinDisplay<typename TypeParam::Snapshot>;
     this->tick = 7;
-    for (const double age : {0, 360, 361, 480, 510, 540, 600, 601}) {
+    for (const double age : {0, 360, 361, 600}) {
         for (const std::string& text : {file<TypeParam>({"b", "a"}), std::string{}}) {
             this->put(text);
             this->time = exampleUpdated.seconds + age;
@@ -121,13 +118,10 @@ TYPED_TEST(PinHost, GivesFiveMinutesOfEntriesEachJudgedAtItsOwnDate) {
             for (int i = 0; i < 5; ++i) {
                 const auto& [date, display] = timeline.entries[static_cast<std::size_t>(i)];
                 EXPECT_EQ(date, exampleUpdated + (age + 60 * i));
-                if (text.empty()) {
-                    EXPECT_EQ(display, Display{NotPinned{}});
-                    continue;
-                }
-                ASSERT_NE(display.pinned(), nullptr);
-                EXPECT_EQ(display.pinned()->pin.label, "#1");
-                EXPECT_EQ(display.pinned()->stale, age + 60 * i > 600) << age << ", " << i;
+                const auto* state = display.pinned();
+                EXPECT_EQ(display == Display{NotPinned{}}, text.empty());
+                EXPECT_EQ(state != nullptr && state->stale, !text.empty() && age + 60 * i > 600);
+                EXPECT_TRUE(state == nullptr || state->pin.label == "#1");
             }
         }
     }
