@@ -1,7 +1,6 @@
 #include "alarm_pin/alarm_pin_widget_view.h"
 
 #include <gtest/gtest.h>
-#include <limits>
 
 #include "support/golden.h"
 #include "support/rendering.h"
@@ -94,31 +93,6 @@ TEST(AlarmPinWidgetView, KeepsTextsOfAnyLengthInTheirColumns) {
     const auto tight = rendered(
         views::View{StateBadge{pinned()}}.frame(views::FixedFrame{.width = 40}), smallCard);
     EXPECT_TRUE(textAt(tight, 1).shrink == 0.7 && textAt(tight, 1).lines.at(0).ends_with("…"));
-}
-
-TEST(AlarmPinWidgetView, WritesValuesAndTimesForTheUser) {
-    const auto detail = [](const Pin& pin) {
-        return AlarmFooter{{pin, shownAt, false}, shownAt}.detail();
-    };
-    Pin pin = pinned().pin;
-    for (const auto& [locale, time] : foundation::pairs("de_DE=16:00 ja_JP=16:00 ar_EG=٤:٠٠_م")) {
-        const ScopedSurroundings scope{viewSurroundings(locale)};
-        std::string text = "42.3% / 80% · " + time;
-        std::replace(text.begin(), text.end(), '_', ' ');
-        EXPECT_EQ(detail(pin), text);
-    }
-    const ScopedSurroundings scope{viewSurroundings()};
-    for (const auto time :
-         {std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()}) {
-        pin.latest = {time, 1.23456789012e20};
-        pin.unit.reset();
-        EXPECT_TRUE(detail(pin).starts_with("123456789012.0B / ")) << detail(pin);
-        expectWithin(hosted(entryView(Pinned{pin, shownAt, false}), false), 16, 148);
-        pin.latest.reset();
-        pin.stateUpdatedMs = time;
-        EXPECT_TRUE(detail(pin).starts_with("Since ")) << detail(pin);
-        expectWithin(hosted(entryView(Pinned{pin, shownAt, false}), true), 16, 328);
-    }
 }
 
 }  // namespace

@@ -13,29 +13,6 @@
 
 namespace tessary {
 
-struct ServedEntry {
-    double date{};
-    std::optional<std::string> url{};
-    std::string text{};
-    std::string picture{};
-    bool operator==(const ServedEntry&) const = default;
-};
-struct Reply {
-    std::optional<std::string> id{};
-    std::optional<std::string> error{};
-    std::optional<std::string> format{};
-    std::vector<ServedEntry> entries{};
-    bool operator==(const Reply&) const = default;
-};
-template <>
-inline constexpr auto foundation::fieldsOf<ServedEntry> =
-    std::tuple{Field{"date", &ServedEntry::date}, Field{"url", &ServedEntry::url},
-               Field{"text", &ServedEntry::text}, Field{"picture", &ServedEntry::picture}};
-template <>
-inline constexpr auto foundation::fieldsOf<Reply> =
-    std::tuple{Field{"id", &Reply::id}, Field{"error", &Reply::error},
-               Field{"format", &Reply::format}, Field{"entries", &Reply::entries}};
-
 namespace {
 
 using testing::AllOf;
@@ -60,51 +37,30 @@ TEST_F(Serve, DrawsBehindTheSandboxWhatTheCommandDrawsWithoutOne) {
         const bool isFirst = name == "api-5xx";
         for (const std::string format : {"png", "svg", "pdf", "json", "text"}) {
             if (format != "png" && !isFirst) continue;
-            const auto reply = foundation::decodeJSON<Reply>(
+            const auto reply =
                 served(R"({"request": "timeline", "widget": "alarms", "family": "medium",)"
                        R"("scale": 3, "format": ")" +
-                       format + "\"}"));
-            ASSERT_TRUE(reply) << reply.fault().message();
-            ASSERT_EQ(reply.value().entries.size(), 5);
+                       format + "\"}");
             for (const int entry : isFirst ? std::vector{0, 1, 4} : std::vector{2}) {
-                const ServedEntry& told = reply.value().entries.at(std::size_t(entry));
                 const std::string drawn =
                     output("render alarms $ASK --family medium --scale 3 --format " + format +
                            " --entry " + std::to_string(entry));
-                EXPECT_EQ(told.picture, foundation::base64(drawn)) << name << format << entry;
-                EXPECT_EQ(told.date, 1731772840 + 60 * entry);
-                EXPECT_EQ(told.url, "tessary://alarms");
-                EXPECT_THAT(told.text, HasSubstr(name));
+                const auto from =
+                    reply.find("{\"date\":" + std::to_string(1731772840 + 60 * entry));
+                ASSERT_NE(from, reply.npos);
+                const std::string told =
+                    reply.substr(from, reply.find("{\"date\"", from + 1) - from);
+                EXPECT_THAT(told, AllOf(HasSubstr(name), HasSubstr(R"("url":"tessary://alarms")"),
+                                        HasSubstr("\"picture\":\"" + foundation::base64(drawn))));
             }
         }
     }
 }
 
 TEST_F(Serve, AnswersAsTheCommandDoes) {
-    const auto withID = [](std::string printed) {
-        return R"({"id":7,)" + printed.substr(1) + "\n";
-    };
-    EXPECT_EQ(served(R"({"id": 7, "request": "list"})"), withID(compact("list --json")));
-    EXPECT_EQ(served(R"({"id": 7, "request": "pins", "widget": "metric"})"),
-              withID(compact("pins metric --json --container $C")));
-    EXPECT_EQ(served(R"({"id": 7, "request": "pins", "widget": "alarm", "ids": ["a", "b"]})"),
-              withID(compact("pins alarm --json --container $C --id a --id b")));
-    for (const std::string request : {"placeholder", "snapshot", "timeline"}) {
-        for (const bool preview : {false, true}) {
-            const std::string reply =
-                served(R"({"request": ")" + request + R"(", "widget": "alarm", "preview": )" +
-                       (preview ? "true" : "false") + R"(, "format": "text"})");
-            const std::string printed = compact("timeline alarm $ASK --json --request " + request +
-                                                (preview ? " --preview" : ""));
-            const auto display = [](const std::string& json) {
-                const auto start = json.find("\"display\"");
-                return json.substr(start, json.find("}", json.find("\"case\"")) - start);
-            };
-            EXPECT_EQ(display(reply), display(printed));
-            EXPECT_EQ(reply.substr(reply.find("\"policy\"")),
-                      printed.substr(printed.find("\"policy\"")) + "\n");
-        }
-    }
+    EXPECT_EQ(served(R"({"id": 7, "request": "list"})"),
+              "{\"id\":7," + compact("list --json").substr(1) + "\n");
+    expectTranscript("replies.txt", [&](const std::string& line) { return served(line); });
 }
 
 TEST_F(Serve, SaysWhatWasWrongWithARequestAndGoesOn) {

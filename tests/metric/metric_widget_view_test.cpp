@@ -1,7 +1,6 @@
 #include "metric/metric_widget_view.h"
 
 #include <gtest/gtest.h>
-#include <limits>
 
 #include "support/golden.h"
 #include "support/rendering.h"
@@ -81,20 +80,6 @@ TEST(MetricWidgetView, KeepsTextsOfAnyLengthInTheirColumns) {
         for (const std::size_t whole : {std::size_t{0}, std::size_t{1}, history - 1})
             expectShrunk(textAt(list, whole), 1);
     });
-}
-
-TEST(MetricWidgetView, TakesAnyTimeAndValue) {
-    Pinned state = pinned();
-    const ScopedSurroundings scope{viewSurroundings()};
-    for (const auto time :
-         {std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()}) {
-        state.pin.latest = {time, -1e308};
-        state.pin.points = {{0, 1e308}, {1, 1e308}, {2, -1e308}};
-        const views::DisplayList list = hosted(entryView(state), true);
-        EXPECT_TRUE(textAt(list, 3).text.starts_with("Average · ")) << Dump{list}.text();
-        expectWithin(list, 16, 328);
-        expectWithin(hosted(entryView(state), false), 16, 148);
-    }
 }
 
 }  // namespace

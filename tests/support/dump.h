@@ -51,14 +51,15 @@ private:
         color(symbol.color);
     }
     void print(const views::RectangleElement& rectangle, const views::Rect& at) {
-        out_ << "rectangle";
-        frame(at);
-        color(rectangle.color);
+        print("rectangle", rectangle.color, at);
     }
     void print(const views::CircleElement& circle, const views::Rect& at) {
-        out_ << "circle";
+        print("circle", circle.color, at);
+    }
+    void print(const char* shape, const views::Color& filling, const views::Rect& at) {
+        out_ << shape;
         frame(at);
-        color(circle.color);
+        color(filling);
     }
     void print(const views::PathElement& path, const views::Rect& at) {
         using Verb = views::PathCommand::Verb;

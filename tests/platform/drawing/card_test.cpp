@@ -27,25 +27,16 @@ std::vector<Point> points(const Path& path) {
     return result;
 }
 
-TEST(Card, FillsItsRectangleAndIsItsOwnMirrorImage) {
-    using Places = std::set<std::pair<long, long>>;
-    const auto places = [](const Path& path) {
-        Places result;
-        for (const Point& p : points(path))
-            result.emplace(std::lround(p.x * 1e6), std::lround(p.y * 1e6));
-        return result;
-    };
+TEST(Card, FillsItsRectangle) {
     for (const Rect& card : cards) {
         for (const double radius : {0.0, 0.5, 22.0, 1e6}) {
-            const Path outline = continuousRectangle(card, radius);
-            for (const Point& p : points(outline)) {
-                EXPECT_TRUE(p.x >= card.minX() - 1e-9 && p.x <= card.maxX() + 1e-9) << radius;
-                EXPECT_TRUE(p.y >= card.minY() - 1e-9 && p.y <= card.maxY() + 1e-9) << radius;
-            }
-            const auto all = places(outline);
-            EXPECT_EQ(all.begin()->first, std::lround(card.minX() * 1e6)) << radius;
-            EXPECT_EQ(all, places(outline.transformed(-1, 1, {2 * card.midX(), 0})));
-            EXPECT_EQ(all, places(outline.transformed(1, -1, {0, 2 * card.midY()})));
+            std::set<long> xs, ys;
+            for (const Point& p : points(continuousRectangle(card, radius)))
+                xs.insert(std::lround(p.x * 1e6)), ys.insert(std::lround(p.y * 1e6));
+            EXPECT_EQ(*xs.begin(), std::lround(card.minX() * 1e6)) << radius;
+            EXPECT_EQ(*xs.rbegin(), std::lround(card.maxX() * 1e6)) << radius;
+            EXPECT_EQ(*ys.begin(), std::lround(card.minY() * 1e6)) << radius;
+            EXPECT_EQ(*ys.rbegin(), std::lround(card.maxY() * 1e6)) << radius;
         }
     }
 }

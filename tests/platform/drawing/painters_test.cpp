@@ -72,19 +72,6 @@ PangoTypesetter& typesetter() {
     return shared;
 }
 
-TEST(Painters, GiveTheSameBytesAgain) {
-    const DisplayList list = everything();
-    const auto all = [&](PangoTypesetter& type) {
-        return std::vector{encodePNG(paintPixels(list, type)), paintSVG(list, type),
-                           paintPDF(list, type, moment), paintJSON(list, {"alarms", {}, moment}),
-                           paintText(list)};
-    };
-    PangoTypesetter fresh{"en_US"};
-    const auto first = all(fresh);
-    EXPECT_EQ(all(fresh), first);
-    EXPECT_EQ(all(typesetter()), first);
-}
-
 TEST(JSONPainter, PrintsEveryElement) {
     expectGolden("everything.json",
                  paintJSON(everything(), {"alarms", views::WidgetFamily::systemMedium, moment}));

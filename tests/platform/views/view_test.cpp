@@ -70,17 +70,12 @@ TEST(View, EqualsItsLikeAndNothingElse) {
             EXPECT_EQ(views[i] == copies[k], i == k) << i << " and " << k;
 }
 
-TEST(View, IsLeftAsItWasByModifiersAndAssignment) {
-    const View original = HStack(
-        centred, 1, {Text("a"), GeometryReader(1, [](const int&, const Size&) { return View{}; })});
-    View other = original.padding(EdgeInsets::all(1));
-    EXPECT_NE(other, original);
-    View moved = std::move(other);
-    other = original;
-    EXPECT_EQ(other, original);
-    EXPECT_EQ(moved, original.padding(EdgeInsets::all(1)));
-    moved = moved.padding({});  // assigned from what holds itself
-    EXPECT_EQ(moved, original.padding(EdgeInsets::all(1)).padding({}));
+TEST(View, MayBeAssignedWhatHoldsIt) {
+    View view = HStack(centred, 1, {Text("a")});
+    const View original = view;
+    view = view.padding({});
+    EXPECT_EQ(view, original.padding({}));
+    EXPECT_NE(view, original);
     EXPECT_EQ(when(true, [] { return Text("a"); }), Text("a"));
     EXPECT_EQ(when(false, [] { return Text("a"); }), View{});
 }
