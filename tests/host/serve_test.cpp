@@ -57,6 +57,13 @@ TEST_F(Serve, DrawsBehindTheSandboxWhatTheCommandDrawsWithoutOne) {
     }
 }
 
+TEST_F(Serve, DatesThePicturesOfMinutesThatLookAlike) {
+    std::filesystem::remove(container_ / "widgets/alarms.json");
+    const std::string drawn = output("render alarms $ASK --format pdf --entry 4");
+    EXPECT_THAT(served(R"({"request": "timeline", "widget": "alarms", "format": "pdf"})"),
+                HasSubstr(foundation::base64(drawn)));
+}
+
 TEST_F(Serve, AnswersAsTheCommandDoes) {
     EXPECT_EQ(served(R"({"id": 7, "request": "list"})"),
               "{\"id\":7," + compact("list --json").substr(1) + "\n");

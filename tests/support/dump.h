@@ -50,16 +50,11 @@ private:
         font(symbol.font);
         color(symbol.color);
     }
-    void print(const views::RectangleElement& rectangle, const views::Rect& at) {
-        print("rectangle", rectangle.color, at);
-    }
-    void print(const views::CircleElement& circle, const views::Rect& at) {
-        print("circle", circle.color, at);
-    }
-    void print(const char* shape, const views::Color& filling, const views::Rect& at) {
-        out_ << shape;
+    template <class Shape>
+    void print(const Shape& shape, const views::Rect& at) {
+        out_ << (std::is_same_v<Shape, views::CircleElement> ? "circle" : "rectangle");
         frame(at);
-        color(filling);
+        color(shape.color);
     }
     void print(const views::PathElement& path, const views::Rect& at) {
         using Verb = views::PathCommand::Verb;

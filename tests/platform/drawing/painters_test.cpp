@@ -32,39 +32,31 @@ DisplayList everything() {
         red.withOpacity(0.5), 1.5, views::LineCap::round, views::LineJoin::round, 4, {2, 3}, 0.5};
     const Font digits{22, views::Weight::semibold, views::FontDesign::rounded, true};
     const std::string odd = "<b>&\"it's\"\n\x1B[31m\x7F \u009F\uFFFE\uFFFF]]>";
-    return {.size = {164, 100.5},
-            .margins = {1, 2, 3, 4},
-            .cornerRadius = 22,
-            .scale = 2,
-            .background = Color::rgb8(28, 30, 34),
-            .colorScheme = views::ColorScheme::dark,
-            .url = "a:b?c=\"d\"",
-            .elements = {
-                {{{16, 16}, {60, 26.25}},
-                 true,
-                 views::TextElement{"1234",
-                                    {"1234"},
-                                    digits,
-                                    red.withOpacity(0.5),
-                                    1,
-                                    views::Truncation::middle,
-                                    0.5}},
-                {{{16, 44}, {90, 26}},
-                 false,
-                 views::TextElement{odd, {"<b>&\"it\u2026", "]]>"}, Font::system(11), blue}},
-                {{{16, 70}, {20, 20}},
-                 false,
-                 views::TextElement{"\U0001F525", {"\U0001F525"}, Font::system(16), blue}},
-                {{{80, 16}, {26, 26}},
-                 true,
-                 views::SymbolElement{"bell.slash", Font::system(22, views::Weight::medium), red}},
-                {{{110, 16}, {1, 60.5}}, false, views::RectangleElement{blue.withOpacity(0.25)}},
-                {{{120, 16}, {20, 10}}, false, views::CircleElement{red}},
-                {{{120, 30}, {20, 10}}, false, views::PathElement{line, dashed}},
-                {{{120, 50}, {20, 10}},
-                 false,
-                 views::PathElement{line, views::Fill{{red, blue.withOpacity(0)}}}},
-            }};
+    DisplayList list{.size = {164, 100.5},
+                     .margins = {1, 2, 3, 4},
+                     .cornerRadius = 22,
+                     .scale = 2,
+                     .background = Color::rgb8(28, 30, 34),
+                     .colorScheme = views::ColorScheme::dark,
+                     .url = "a:b?c=\"d\""};
+    const auto add = [&](const Rect& frame, const views::ElementContent& content, bool accent) {
+        list.elements.push_back({frame, accent, content});
+    };
+    const auto middle = views::Truncation::middle;
+    const Font medium = Font::system(22, views::Weight::medium);
+    add({{16, 16}, {60, 26.25}},
+        views::TextElement{"1234", {"1234"}, digits, red.withOpacity(0.5), 1, middle, 0.5}, true);
+    add({{16, 44}, {90, 26}},
+        views::TextElement{odd, {"<b>&\"it\u2026", "]]>"}, Font::system(11), blue}, false);
+    add({{16, 70}, {20, 20}},
+        views::TextElement{"\U0001F525", {"\U0001F525"}, Font::system(16), blue}, false);
+    add({{80, 16}, {26, 26}}, views::SymbolElement{"bell.slash", medium, red}, true);
+    add({{110, 16}, {1, 60.5}}, views::RectangleElement{blue.withOpacity(0.25)}, false);
+    add({{120, 16}, {20, 10}}, views::CircleElement{red}, false);
+    add({{120, 30}, {20, 10}}, views::PathElement{line, dashed}, false);
+    const views::Fill gradient{{red, blue.withOpacity(0)}};
+    add({{120, 50}, {20, 10}}, views::PathElement{line, gradient}, false);
+    return list;
 }
 
 PangoTypesetter& typesetter() {
@@ -103,20 +95,18 @@ TEST(SVGPainter, WritesEveryElement) {
 }
 
 TEST(PDFPainter, DatesADocumentAsItIsTold) {
-    const auto date = [](const std::string& document) {
+    for (const auto& [seconds, date] : {std::pair{moment.seconds, "20241116160000"},
+                                        {-1e300, "19700101000000"},
+                                        {1e300, "99991231235959"}}) {
+        const std::string document = paintPDF(everything(), typesetter(), {seconds});
+        EXPECT_TRUE(document.starts_with("%PDF-"));
+        EXPECT_NE(document.find("/MediaBox [ 0 0 164 100.5 ]"), std::string::npos);
         const auto at = document.find("/CreationDate (");
-        EXPECT_EQ(document.find("Date"), at + 9);  // and no other
-        return document.substr(at, document.find(')', at) - at);
-    };
-    const std::string document = paintPDF(everything(), typesetter(), moment);
-    EXPECT_TRUE(document.starts_with("%PDF-"));
-    EXPECT_NE(document.find("/MediaBox [ 0 0 164 100.5 ]"), std::string::npos);
-    EXPECT_NE(date(document).find("20241116160000"), std::string::npos);
-    const auto dated = [&](double seconds) {
-        return date(paintPDF({.size = {1, 1}}, typesetter(), {seconds}));
-    };
-    EXPECT_NE(dated(-1e300).find("19700101000000"), std::string::npos);
-    EXPECT_NE(dated(1e300).find("99991231235959"), std::string::npos);
+        ASSERT_NE(at, std::string::npos);
+        EXPECT_NE(document.substr(at, 36).find(date), std::string::npos) << date;
+        EXPECT_EQ(document.find("Date"), at + 9) << "and no other";
+        EXPECT_EQ(document.find("Date", at + 10), std::string::npos);
+    }
 }
 
 // ---- Pixels -----------------------------------------------------------------------------------
