@@ -89,7 +89,7 @@ TEST(JSONDecoding, TakesTheFirstOfARepeatedKey) {
 
 TEST(JSONDecoding, ExplainsAFault) {
     // A part of the document, and what takes its place.
-    expectTranscript("faults.txt", [](const std::string& line) {
+    expectTranscript("decoding_faults.txt", [](const std::string& line) {
         const auto bar = line.find(" | ");
         const auto text = with(line.substr(0, bar), line.substr(bar + 3));
         const auto fault = decodeJSON<Outer>(text).fault();
