@@ -105,14 +105,5 @@ TEST(Conversation, EndsWhenNobodyListens) {
     }
 }
 
-TEST(Conversation, SaysThatItCannotRead) {
-    const auto silent = [](const Line&) { return std::string{}; };
-    const Descriptor folder{::open("/", O_RDONLY | O_DIRECTORY)};
-    EXPECT_EQ(hold({folder.number(), STDOUT_FILENO}, silent),
-              "cannot read standard input: Is a directory");
-    EXPECT_EQ(hold({9999, STDOUT_FILENO}, silent),
-              "cannot read standard input: Bad file descriptor");
-}
-
 }  // namespace
 }  // namespace tessary::host

@@ -10,10 +10,7 @@
 
 namespace tessary {
 
-inline std::string contents(const std::filesystem::path& file) {
-    std::ifstream in{file, std::ios::binary};
-    return {std::istreambuf_iterator<char>{in}, {}};
-}
+using foundation::contents;
 
 class Program : public testing::Test {
 protected:

@@ -29,18 +29,5 @@ TEST(WidgetHost, PutsARequestIntoTheSurroundingsItAsksFor) {
     EXPECT_GT(surroundingsFor({}).clock(), exampleNow);
 }
 
-TEST(WidgetHost, TakesLocaleAndZoneFromTheEnvironmentUnlessTheyAreGiven) {
-    setVariable("LC_ALL", "fr_FR.UTF-8");
-    setVariable("TZ", "Asia/Tokyo");
-    const auto locale = [](const RequestOptions& options) {
-        const auto [identifier, timeZone] = surroundingsFor(options).locale;
-        return identifier + " " + timeZone;
-    };
-    EXPECT_EQ(locale({}), "fr_FR Asia/Tokyo");
-    EXPECT_EQ(locale({.locale = "de_DE"}), "de_DE Asia/Tokyo");
-    EXPECT_EQ(locale({.timeZone = "UTC"}), "fr_FR UTC");
-    EXPECT_EQ(locale({.locale = "de_DE", .timeZone = "UTC"}), "de_DE UTC");
-}
-
 }  // namespace
 }  // namespace tessary::host

@@ -1,4 +1,5 @@
-// The two pin files in a container, written by the tests.
+// The file of one of the pin widgets, written by the tests. What both do is one template's; they
+// differ in the sample and in what stands below a pin's label.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,55 +12,16 @@
 
 namespace tessary::pins {
 
-/// What the two widgets of one pin have each of their own.
-struct AlarmWidget {
-    using Snapshot = snapshot::AlarmPinsSnapshot;
-    using Provider = alarm_pin::AlarmPinProvider;
-    using Query = alarm_pin::AlarmPinQuery;
-    static constexpr const char* details = R"("alarmName":"","reason":"")";
-    static constexpr const char* detail = "prod · eu-west-1";
-    static constexpr double level = 82;
-    static constexpr double amplitude = 10;
-    static constexpr const char* samplePin =
-        R"({"id":"orders-db-cpu-high","label":"orders-db-cpu-high","profile":"prod",)"
-        R"("region":"us-east-1","alarmName":"orders-db-cpu-high","state":"ALARM",)"
-        R"("reason":"Threshold Crossed: 3 out of the last 3 datapoints were greater than the )"
-        R"(threshold (80.0).","stateUpdatedMs":-720000,"threshold":80,)"
-        R"("comparison":"GreaterThanThreshold","unit":"Percent","metricName":"CPUUtilization",)"
-        R"("periodSeconds":300,"points":[],"latest":null,"error":null,"authExpired":false})";
-    static auto now() { return alarm_pin::AlarmPinPreviewData::now(); }
-    static const auto& sample() { return alarm_pin::AlarmPinPreviewData::alarm(); }
-};
-struct MetricWidget {
-    using Snapshot = snapshot::MetricPinsSnapshot;
-    using Provider = metric::MetricProvider;
-    using Query = metric::MetricPinQuery;
-    static constexpr const char* details =
-        R"("namespace":"n","metricName":"CPU","stat":"","periodSeconds":60)";
-    static constexpr const char* detail = "CPU ·  · prod · eu-west-1";
-    static constexpr double level = 42;
-    static constexpr double amplitude = 14;
-    static constexpr const char* samplePin =
-        R"({"id":"orders-db CPU","label":"orders-db CPU","profile":"prod","region":"us-east-1",)"
-        R"("namespace":"AWS/RDS","metricName":"CPUUtilization","stat":"Average",)"
-        R"("periodSeconds":300,"unit":"Percent","points":[],"latest":null,"error":null,)"
-        R"("authExpired":false})";
-    static auto now() { return metric::MetricPreviewData::now(); }
-    static const auto& sample() { return metric::MetricPreviewData::cpu(); }
-};
-using BothWidgets = testing::Types<AlarmWidget, MetricWidget>;
-
 /// A file of pins with these identifiers, labelled by their places: "#0", "#1".
-template <class Widget>
-std::string file(const std::vector<std::string>& ids, int schema = 1, int interval = 200) {
+inline std::string file(const std::vector<std::string>& ids, int schema = 1) {
     std::string pins;
     for (std::size_t i = 0; i < ids.size(); ++i)
         pins += (i == 0 ? "" : ",") + std::string{R"({"id":")"} + ids[i] + R"(","label":"#)" +
-                std::to_string(i) + R"(","profile":"prod","region":"eu-west-1",)" +
-                Widget::details + R"(,"points":[],"authExpired":false})";
+                std::to_string(i) + R"(","profile":"prod","region":"eu-west-1","alarmName":"",)" +
+                R"("namespace":"n","metricName":"CPU","stat":"Sum","periodSeconds":60,)" +
+                R"("reason":"","points":[],"authExpired":false})";
     return R"({"schemaVersion":)" + std::to_string(schema) +
-           R"(,"updatedMs":1731772800000,"intervalSeconds":)" + std::to_string(interval) +
-           R"(,"pins":[)" + pins + "]}";
+           R"(,"updatedMs":1731772800000,"intervalSeconds":200,"pins":[)" + pins + "]}";
 }
 
 }  // namespace tessary::pins

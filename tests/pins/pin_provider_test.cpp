@@ -4,18 +4,21 @@
 #include <map>
 
 #include "pins/pin_files.h"
+#include "support/golden.h"
 
 namespace tessary::pins {
 namespace {
 
 using foundation::ScopedSurroundings;
+using Snapshot = snapshot::AlarmPinsSnapshot;
+using Display = PinDisplay<Snapshot>;
+using Provider = alarm_pin::AlarmPinProvider;
+using Query = alarm_pin::AlarmPinQuery;
+using PreviewData = alarm_pin::AlarmPinPreviewData;
 
 /// A provider and a query in a container, with a clock that goes on by `tick` each time it is asked
 /// and a count of the reads.
-template <class Widget>
 struct PinHost : testing::Test {
-    using Snapshot = typename Widget::Snapshot;
-
     Container container{};
     double time{exampleNow.seconds};
     double tick{};
@@ -34,28 +37,27 @@ struct PinHost : testing::Test {
                   : PinConfiguration{};
     }
 };
-TYPED_TEST_SUITE(PinHost, BothWidgets);
-
-TYPED_TEST(PinHost, HasASampleOfThreeHours) {
-    this->time += 0.1239;
-    const auto& sample = *TypeParam::sample().pinned();
-    const auto last = static_cast<std::int64_t>(TypeParam::now().seconds * 1000);
-    EXPECT_EQ(TypeParam::now() - sample.updated, 40);
+/// Two sine waves; times are stored as they are before the last.
+template <class Pinned>
+std::string described(const Pinned& sample, Date now) {
+    EXPECT_EQ(now - sample.updated, 40);
     EXPECT_FALSE(sample.stale);
     auto pin = sample.pin;
-    ASSERT_EQ(pin.points.size(), 36);
+    const auto last = pin.latest->t;
+    EXPECT_EQ(last, milliseconds(now));
     EXPECT_EQ(pin.latest, pin.points.back());
-    for (std::size_t i = 0; i < 36; ++i) {
-        EXPECT_EQ(pin.points[i].t, last - 300000 * (35 - static_cast<std::int64_t>(i)));
-        const double wave = (pin.points[i].v - TypeParam::level) / TypeParam::amplitude;
-        EXPECT_TRUE(wave > -1.5 && wave < 1.26) << wave;
-        const double known = i == 0 ? 0 : i == 1 ? 0.52485 : i == 35 ? 1.118 : wave;
-        EXPECT_NEAR(wave, known, 0.0005) << i;
-    }
+    if constexpr (requires { pin.stateUpdatedMs; }) pin.stateUpdatedMs.value() -= last;
+    std::ostringstream dump;
+    for (const auto& [t, v] : pin.points) dump << (t - last) / 1000 << ' ' << v << '\n';
     pin.points.clear();
     pin.latest.reset();
-    if constexpr (requires { pin.stateUpdatedMs; }) pin.stateUpdatedMs.value() -= last;
-    EXPECT_EQ(foundation::toJSON(pin), TypeParam::samplePin);
+    return foundation::toJSON(pin) + '\n' + dump.str();
+}
+
+TEST_F(PinHost, HasASampleOfThreeHours) {
+    expectGolden("alarm_sample.txt", described(*PreviewData::alarm().pinned(), PreviewData::now()));
+    using Metric = metric::MetricPreviewData;
+    expectGolden("metric_sample.txt", described(*Metric::cpu().pinned(), Metric::now()));
 }
 
 TEST(PinProvider, CountsMillisecondsToTheNearestThatThereAre) {
@@ -69,80 +71,75 @@ TEST(PinProvider, CountsMillisecondsToTheNearestThatThereAre) {
     }
 }
 
-TYPED_TEST(PinHost, HasTheSampleForAPlaceholderWithoutReading) {
-    this->put(file<TypeParam>({"a"}));
+TEST_F(PinHost, HasTheSampleForAPlaceholderWithoutReading) {
+    put(file({"a"}));
     for (const bool preview : {false, true}) {
-        const auto entry = typename TypeParam::Provider{}.placeholder({.isPreview = preview});
+        const auto entry = Provider{}.placeholder({.isPreview = preview});
         EXPECT_EQ(entry.date.seconds, exampleNow.seconds + (preview ? 1000 : 0));
-        EXPECT_EQ(entry.display, TypeParam::sample());
-        this->time += 1000;
+        EXPECT_EQ(entry.display, PreviewData::alarm());
+        time += 1000;
     }
-    EXPECT_EQ(this->reads, 0);
+    EXPECT_EQ(reads, 0);
 }
 
-TYPED_TEST(PinHost, GivesTheChosenPinOrInAPreviewWithoutPinsTheSample) {
-    using Display = PinDisplay<typename TypeParam::Snapshot>;
-    for (const auto& text :
-         {std::string{}, std::string{"{"}, file<TypeParam>({}), file<TypeParam>({"a"}, 2),
-          file<TypeParam>({"a", "b"}), file<TypeParam>({"a", "b"}, 0)}) {
-        this->put(text);
-        const auto decoded = foundation::decodeJSON<typename TypeParam::Snapshot>(text);
-        std::optional<typename TypeParam::Snapshot> real;
+TEST_F(PinHost, GivesTheChosenPinOrInAPreviewWithoutPinsTheSample) {
+    for (const auto& text : {std::string{}, std::string{"{"}, file({}), file({"a"}, 2),
+                             file({"a", "b"}), file({"a", "b"}, 0)}) {
+        put(text);
+        const auto decoded = foundation::decodeJSON<Snapshot>(text);
+        std::optional<Snapshot> real;
         if (decoded) real = decoded.value();
         const bool anything = real && real->schemaVersion < 2 && !real->pins.empty();
         for (const std::optional<std::string>& id : {std::optional<std::string>{}, {"b"}, {"x"}}) {
             for (const bool preview : {true, false}) {
-                this->reads = 0;
-                const auto entry = typename TypeParam::Provider{}.snapshot(this->chosen(id),
-                                                                           {.isPreview = preview});
+                reads = 0;
+                const auto entry = Provider{}.snapshot(chosen(id), {.isPreview = preview});
                 EXPECT_EQ(entry.date, exampleNow);
                 EXPECT_EQ(entry.display, preview && !anything
-                                             ? TypeParam::sample()
+                                             ? PreviewData::alarm()
                                              : Display::resolve(real, id, exampleNow));
-                EXPECT_EQ(this->reads, 1);
+                EXPECT_EQ(reads, 1);
             }
         }
     }
 }
 
-TYPED_TEST(PinHost, GivesFiveMinutesOfEntriesEachJudgedAtItsOwnDate) {
-    using Display = PinDisplay<typename TypeParam::Snapshot>;
-    this->tick = 7;
-    for (const double age : {0, 360, 361, 480, 510, 540, 600, 601}) {
-        for (const std::string& text : {file<TypeParam>({"b", "a"}), std::string{}}) {
-            this->put(text);
-            this->time = exampleUpdated.seconds + age;
-            this->reads = 0;
-            const auto timeline =
-                typename TypeParam::Provider{}.timeline(this->chosen("a"), {.isPreview = true});
-            EXPECT_EQ(this->reads, 1);
+TEST_F(PinHost, GivesFiveMinutesOfEntriesEachJudgedAtItsOwnDate) {
+    tick = 7;
+    for (const double age : {0, 360, 361, 600}) {
+        for (const std::string& text : {file({"b", "a"}), std::string{}}) {
+            put(text);
+            time = exampleUpdated.seconds + age;
+            reads = 0;
+            const auto timeline = Provider{}.timeline(chosen("a"), {.isPreview = true});
+            EXPECT_EQ(reads, 1);
             EXPECT_EQ(timeline.policy, widgets::ReloadPolicy{exampleUpdated + (age + 300)});
             ASSERT_EQ(timeline.entries.size(), 5);
             for (int i = 0; i < 5; ++i) {
                 const auto& [date, display] = timeline.entries[static_cast<std::size_t>(i)];
                 EXPECT_EQ(date, exampleUpdated + (age + 60 * i));
-                if (text.empty()) {
-                    EXPECT_EQ(display, Display{NotPinned{}});
-                    continue;
-                }
-                ASSERT_NE(display.pinned(), nullptr);
-                EXPECT_EQ(display.pinned()->pin.label, "#1");
-                EXPECT_EQ(display.pinned()->stale, age + 60 * i > 600) << age << ", " << i;
+                const auto* state = display.pinned();
+                EXPECT_EQ(display == Display{NotPinned{}}, text.empty());
+                EXPECT_EQ(state != nullptr && state->stale, !text.empty() && age + 60 * i > 600);
+                EXPECT_TRUE(state == nullptr || state->pin.label == "#1");
             }
         }
     }
 }
 
-TYPED_TEST(PinHost, OffersThePinsOfTheFile) {
+TEST_F(PinHost, OffersThePinsOfTheFile) {
     using Entities = std::vector<intents::AppEntity>;
-    const typename TypeParam::Query query;
+    const Query query;
+    container.put("metrics", file({"m"}));
+    EXPECT_EQ(metric::MetricPinQuery{}.suggestedEntities(),
+              (Entities{{"m", "#0", "CPU · Sum · prod · eu-west-1"}}));
     const auto pin = [](const char* id, const char* name) {
-        return intents::AppEntity{id, name, TypeParam::detail};
+        return intents::AppEntity{id, name, "prod · eu-west-1"};
     };
     const auto gone = [](const char* id) {
         return intents::AppEntity{id, "Removed from Tessary", ""};
     };
-    this->put(file<TypeParam>({"b", "a", "b", "\u00E9"}));
+    put(file({"b", "a", "b", "\u00E9"}));
     EXPECT_EQ(query.suggestedEntities(),
               (Entities{pin("b", "#0"), pin("a", "#1"), pin("b", "#2"), pin("\u00E9", "#3")}));
     EXPECT_EQ(query.defaultResult(), pin("b", "#0"));
@@ -150,9 +147,8 @@ TYPED_TEST(PinHost, OffersThePinsOfTheFile) {
     EXPECT_EQ(query.entities({"a", "x", "b", "A", "x", "a", "e\u0301", ""}),
               (Entities{pin("a", "#1"), gone("x"), pin("b", "#0"), gone("A"), gone("x"),
                         pin("a", "#1"), pin("\u00E9", "#3"), gone("")}));
-    for (const std::string& text :
-         {std::string{}, std::string{"[]"}, file<TypeParam>({"a"}, 2), file<TypeParam>({})}) {
-        this->put(text);
+    for (const std::string& text : {std::string{}, std::string{"[]"}, file({"a"}, 2), file({})}) {
+        put(text);
         EXPECT_EQ(query.suggestedEntities(), Entities{});
         EXPECT_EQ(query.defaultResult(), std::nullopt);
         EXPECT_EQ(query.entities({"a", "a"}), (Entities{gone("a"), gone("a")}));

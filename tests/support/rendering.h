@@ -1,4 +1,4 @@
-// Views laid out with real type, and their display lists as text.
+// Views laid out on cards, in real type or as a dump.
 #pragma once
 
 #include <cmath>
@@ -7,7 +7,9 @@
 
 #include "platform/drawing/pango_typesetter.h"
 #include "platform/foundation/surroundings.h"
+#include "platform/views/even_typesetter.h"
 #include "platform/views/layout.h"
+#include "support/dump.h"
 
 namespace tessary {
 
@@ -19,46 +21,79 @@ inline foundation::Surroundings viewSurroundings(const std::string& locale = "en
             .locale = {locale, "UTC"}};
 }
 
+/// 16:00:40 on a day in 2024.
+inline constexpr foundation::Date shownAt{1731772840};
+
 /// Cards that offer their content 132 x 132 and 312 x 132 points.
 inline constexpr views::Surface smallCard{{164, 164}, views::EdgeInsets::all(16), 22, 2};
 inline constexpr views::Surface mediumCard{{344, 164}, views::EdgeInsets::all(16), 22, 2};
 
-inline views::DisplayList rendered(const views::View& view, const views::Surface& card = smallCard,
-                                   const views::Environment& environment = {}) {
+inline views::Typesetter& realType() {
     static drawing::PangoTypesetter typesetter{"en_US"};  // remembers what it measured
+    return typesetter;
+}
+
+inline views::DisplayList rendered(const views::View& view, const views::Surface& card = smallCard,
+                                   const views::Environment& environment = {},
+                                   views::Typesetter& typesetter = realType()) {
     return views::layOut(view, card, environment, typesetter);
+}
+
+/// A widget on its card.
+inline views::DisplayList hosted(const views::View& view, bool medium, bool locked = false,
+                                 views::Typesetter& typesetter = realType()) {
+    using views::WidgetFamily;
+    return rendered(
+        view, medium ? mediumCard : smallCard,
+        {.redaction = {.placeholder = locked},
+         .widgetFamily = medium ? WidgetFamily::systemMedium : WidgetFamily::systemSmall},
+        typesetter);
+}
+
+/// The widget in both sizes under a heading, in type that is the same on every machine.
+inline std::string dumped(const std::string& heading, const views::View& view,
+                          bool locked = false) {
+    views::EvenTypesetter even;
+    std::string text;
+    for (const bool medium : {false, true})
+        text += "== " + heading + (medium ? ", medium\n" : ", small\n") +
+                Dump{hosted(view, medium, locked, even)}.text() + '\n';
+    return text;
 }
 
 inline views::TextElement textAt(const views::DisplayList& list, std::size_t index) {
     return std::get<views::TextElement>(list.elements.at(index).content);
 }
 
-/// The elements in paint order, each on a line that begins with a line break. Left out is what
-/// depends on the typeface that stands in:
-///
-///     "\n<bell.slash> 22 medium #7C838E\n\"+1 more\" 11 regular #7C838E limit 1"
-inline std::string described(const views::DisplayList& list) {
-    std::string result;
-    const auto add = [&](const std::string& what, const auto& element) {
-        result += what + ' ' + std::to_string(std::lround(element.font.size)) + ' ';
-        result += std::string{foundation::name(element.font.weight)} + ' ' + element.color.hex();
-    };
-    for (const views::Element& element : list.elements) {
-        result += '\n';
-        if (const auto* text = std::get_if<views::TextElement>(&element.content)) {
-            add('"' + text->text + '"', *text);
-            if (text->font.design == views::FontDesign::rounded) result += " rounded";
-            if (text->font.monospacedDigits) result += " digits";
-            if (text->lineLimit) result += " limit " + std::to_string(*text->lineLimit);
-            if (text->truncation == views::Truncation::middle) result += " middle";
-        } else if (const auto* symbol = std::get_if<views::SymbolElement>(&element.content)) {
-            add('<' + symbol->name + '>', *symbol);
-        } else {
-            result += "rectangle " + std::get<views::RectangleElement>(element.content).color.hex();
-        }
-        if (element.accent) result += " accent";
+/// The elements from `first` to before `last` lie between the sides, and all between the margins.
+inline void expectWithin(const views::DisplayList& list, double left, double right,
+                         std::size_t first = 0, std::size_t last = 99) {
+    for (std::size_t i = first; i < std::min(last, list.elements.size()); ++i) {
+        const views::Rect& frame = list.elements[i].frame;
+        EXPECT_TRUE(frame.minX() >= left && frame.maxX() <= right) << i << Dump{list}.text();
+        EXPECT_TRUE(frame.minY() >= 16 && frame.maxY() <= 148) << i << Dump{list}.text();
     }
-    return result;
+}
+
+/// Calls with texts of one to 400 characters of several scripts.
+template <class Check>
+void withTextsOfAnyLength(const Check& check) {
+    for (const std::string character : {"i", "W", "é", "漢", "ع", "e\u0301", "👩\u200D💻", "w "}) {
+        std::string text;
+        for (int length = 1; length <= 400; ++length) {
+            text += character;
+            if (length <= 20 || length % 200 == 0) check(text);
+        }
+    }
+}
+
+/// A text in one line that, where it is cut, is as small as it may become.
+inline void expectShrunk(const views::TextElement& text, double least) {
+    EXPECT_EQ(text.lines.size(), 1) << text.text;
+    EXPECT_GE(text.shrink, least) << text.text;
+    if (text.lines.at(0).find("…") != std::string::npos) {
+        EXPECT_EQ(text.shrink, least) << text.text;
+    }
 }
 
 }  // namespace tessary

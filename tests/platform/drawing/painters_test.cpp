@@ -1,18 +1,15 @@
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <glib.h>
 #include <gtest/gtest.h>
-#include <iterator>
-#include <set>
 
 #include "platform/drawing/cairo_painter.h"
+#include "platform/drawing/ink.h"
 #include "platform/drawing/json_painter.h"
 #include "platform/drawing/png_encoder.h"
 #include "platform/drawing/svg_painter.h"
 #include "platform/drawing/text_painter.h"
 #include "platform/views/layout.h"
+#include "support/golden.h"
 
 namespace tessary::drawing {
 namespace {
@@ -35,39 +32,31 @@ DisplayList everything() {
         red.withOpacity(0.5), 1.5, views::LineCap::round, views::LineJoin::round, 4, {2, 3}, 0.5};
     const Font digits{22, views::Weight::semibold, views::FontDesign::rounded, true};
     const std::string odd = "<b>&\"it's\"\n\x1B[31m\x7F \u009F\uFFFE\uFFFF]]>";
-    return {.size = {164, 100.5},
-            .margins = {1, 2, 3, 4},
-            .cornerRadius = 22,
-            .scale = 2,
-            .background = Color::rgb8(28, 30, 34),
-            .colorScheme = views::ColorScheme::dark,
-            .url = "a:b?c=\"d\"",
-            .elements = {
-                {{{16, 16}, {60, 26.25}},
-                 true,
-                 views::TextElement{"1234",
-                                    {"1234"},
-                                    digits,
-                                    red.withOpacity(0.5),
-                                    1,
-                                    views::Truncation::middle,
-                                    0.5}},
-                {{{16, 44}, {90, 26}},
-                 false,
-                 views::TextElement{odd, {"<b>&\"it\u2026", "]]>"}, Font::system(11), blue}},
-                {{{16, 70}, {20, 20}},
-                 false,
-                 views::TextElement{"\U0001F525", {"\U0001F525"}, Font::system(16), blue}},
-                {{{80, 16}, {26, 26}},
-                 true,
-                 views::SymbolElement{"bell.slash", Font::system(22, views::Weight::medium), red}},
-                {{{110, 16}, {1, 60.5}}, false, views::RectangleElement{blue.withOpacity(0.25)}},
-                {{{120, 16}, {20, 10}}, false, views::CircleElement{red}},
-                {{{120, 30}, {20, 10}}, false, views::PathElement{line, dashed}},
-                {{{120, 50}, {20, 10}},
-                 false,
-                 views::PathElement{line, views::Fill{{red, blue.withOpacity(0)}}}},
-            }};
+    DisplayList list{.size = {164, 100.5},
+                     .margins = {1, 2, 3, 4},
+                     .cornerRadius = 22,
+                     .scale = 2,
+                     .background = Color::rgb8(28, 30, 34),
+                     .colorScheme = views::ColorScheme::dark,
+                     .url = "a:b?c=\"d\""};
+    const auto add = [&](const Rect& frame, const views::ElementContent& content, bool accent) {
+        list.elements.push_back({frame, accent, content});
+    };
+    const auto middle = views::Truncation::middle;
+    const Font medium = Font::system(22, views::Weight::medium);
+    add({{16, 16}, {60, 26.25}},
+        views::TextElement{"1234", {"1234"}, digits, red.withOpacity(0.5), 1, middle, 0.5}, true);
+    add({{16, 44}, {90, 26}},
+        views::TextElement{odd, {"<b>&\"it\u2026", "]]>"}, Font::system(11), blue}, false);
+    add({{16, 70}, {20, 20}},
+        views::TextElement{"\U0001F525", {"\U0001F525"}, Font::system(16), blue}, false);
+    add({{80, 16}, {26, 26}}, views::SymbolElement{"bell.slash", medium, red}, true);
+    add({{110, 16}, {1, 60.5}}, views::RectangleElement{blue.withOpacity(0.25)}, false);
+    add({{120, 16}, {20, 10}}, views::CircleElement{red}, false);
+    add({{120, 30}, {20, 10}}, views::PathElement{line, dashed}, false);
+    const views::Fill gradient{{red, blue.withOpacity(0)}};
+    add({{120, 50}, {20, 10}}, views::PathElement{line, gradient}, false);
+    return list;
 }
 
 PangoTypesetter& typesetter() {
@@ -75,30 +64,9 @@ PangoTypesetter& typesetter() {
     return shared;
 }
 
-TEST(Painters, GiveTheSameBytesAgain) {
-    const DisplayList list = everything();
-    const auto all = [&](PangoTypesetter& type) {
-        return std::vector{encodePNG(paintPixels(list, type)), paintSVG(list, type),
-                           paintPDF(list, type, moment), paintJSON(list, {"alarms", {}, moment}),
-                           paintText(list)};
-    };
-    PangoTypesetter fresh{"en_US"};
-    const auto first = all(fresh);
-    EXPECT_EQ(all(fresh), first);
-    EXPECT_EQ(all(typesetter()), first);
-}
-
 TEST(JSONPainter, PrintsEveryElement) {
-    namespace fs = std::filesystem;
-    const std::string received =
-        paintJSON(everything(), {"alarms", views::WidgetFamily::systemMedium, moment});
-    const fs::path stored = fs::path{TESSARY_GOLDENS} / "everything.json";
-    std::ifstream file{stored};
-    if (std::string{std::istreambuf_iterator<char>{file}, {}} == received) return;
-    const fs::path written = fs::temp_directory_path() / "everything.json";
-    std::ofstream{written} << received;
-    ADD_FAILURE() << "differs from what is stored; to look and to accept it:\n  diff " << stored
-                  << " " << written << "\n  cp " << written << " " << stored;
+    expectGolden("everything.json",
+                 paintJSON(everything(), {"alarms", views::WidgetFamily::systemMedium, moment}));
 }
 
 TEST(TextPainter, PrintsALineForEachTextWithoutControls) {
@@ -113,71 +81,32 @@ TEST(TextPainter, PrintsALineForEachTextWithoutControls) {
     EXPECT_EQ(paintText(list), shown);
 }
 
-/// What a reader of XML finds in a document.
-struct Markup {
-    explicit Markup(const std::string& document) {
-        static constexpr GMarkupParser parser{
-            [](GMarkupParseContext*, const char* name, const char** keys, const char** values,
-               void* self, GError**) {
-                auto& found = *static_cast<Markup*>(self);
-                found.names.insert(name);
-                for (; *keys != nullptr; ++keys, ++values) {
-                    const bool id = std::string_view{*keys} == "id";
-                    EXPECT_TRUE(!id || found.ids.insert(*values).second);
-                    if (std::string_view{*values}.starts_with("url(#"))
-                        found.references.insert(
-                            std::string{*values}.substr(5, std::string_view{*values}.size() - 6));
-                }
-            },
-            nullptr,
-            [](GMarkupParseContext*, const char* part, gsize length, void* self, GError**) {
-                static_cast<Markup*>(self)->text.append(part, length);
-            },
-            nullptr, nullptr};
-        GMarkupParseContext* context =
-            g_markup_parse_context_new(&parser, G_MARKUP_TREAT_CDATA_AS_TEXT, this, nullptr);
-        GError* error = nullptr;
-        wellFormed =
-            g_markup_parse_context_parse(context, document.data(),
-                                         static_cast<gssize>(document.size()), &error) != 0 &&
-            g_markup_parse_context_end_parse(context, &error) != 0;
-        EXPECT_TRUE(wellFormed) << (error != nullptr ? error->message : "");
-        g_clear_error(&error);
-        g_markup_parse_context_free(context);
-    }
-    std::set<std::string> names{}, ids{}, references{};
-    std::string text{};
-    bool wellFormed{};
-};
-
-TEST(SVGPainter, WritesWellFormedXML) {
+/// Long values, outlines of letters and pictures, are left out. Well-formed it is where the host's
+/// tests parse it.
+TEST(SVGPainter, WritesEveryElement) {
     const std::string document = paintSVG(everything(), typesetter(), "card7-");
-    const Markup svg{document};
-    EXPECT_NE(svg.text.find("1234\n<b>&\"it's\"  [31m"), std::string::npos) << svg.text;
-    for (const char c : document) EXPECT_TRUE(c == '\n' || c < 0 || c >= ' ');
-    for (const std::string refused : {"\uFFFE", "\uFFFF", "]]>"})  // XML has no place for them
-        EXPECT_EQ(document.find(refused), std::string::npos);
-    for (const std::string& id : svg.ids) EXPECT_TRUE(id.starts_with("card7-")) << id;
-    EXPECT_EQ(svg.ids, svg.references);
-    EXPECT_EQ(svg.names, (std::set<std::string>{"svg", "title", "path", "image", "clipPath", "rect",
-                                                "circle", "linearGradient", "stop"}));
+    std::string brief;
+    for (std::size_t at = 0, end = 0; at < document.size(); at = end + 1) {
+        end = std::min(document.find('"', at), document.size());
+        brief += end - at > 300 ? "..." : document.substr(at, end - at);
+        if (end < document.size()) brief += '"';
+    }
+    expectGolden("everything.svg", brief);
 }
 
 TEST(PDFPainter, DatesADocumentAsItIsTold) {
-    const auto date = [](const std::string& document) {
+    for (const auto& [seconds, date] : {std::pair{moment.seconds, "20241116160000"},
+                                        {-1e300, "19700101000000"},
+                                        {1e300, "99991231235959"}}) {
+        const std::string document = paintPDF(everything(), typesetter(), {seconds});
+        EXPECT_TRUE(document.starts_with("%PDF-"));
+        EXPECT_NE(document.find("/MediaBox [ 0 0 164 100.5 ]"), std::string::npos);
         const auto at = document.find("/CreationDate (");
-        EXPECT_EQ(document.find("Date"), at + 9);  // and no other
-        return document.substr(at, document.find(')', at) - at);
-    };
-    const std::string document = paintPDF(everything(), typesetter(), moment);
-    EXPECT_TRUE(document.starts_with("%PDF-"));
-    EXPECT_NE(document.find("/MediaBox [ 0 0 164 100.5 ]"), std::string::npos);
-    EXPECT_NE(date(document).find("20241116160000"), std::string::npos);
-    const auto dated = [&](double seconds) {
-        return date(paintPDF({.size = {1, 1}}, typesetter(), {seconds}));
-    };
-    EXPECT_NE(dated(-1e300).find("19700101000000"), std::string::npos);
-    EXPECT_NE(dated(1e300).find("99991231235959"), std::string::npos);
+        ASSERT_NE(at, std::string::npos);
+        EXPECT_NE(document.substr(at, 36).find(date), std::string::npos) << date;
+        EXPECT_EQ(document.find("Date"), at + 9) << "and no other";
+        EXPECT_EQ(document.find("Date", at + 10), std::string::npos);
+    }
 }
 
 // ---- Pixels -----------------------------------------------------------------------------------
@@ -207,48 +136,20 @@ TEST(CairoPainter, DrawsALineOfOnePointCrisplyAtEveryScale) {
     }
 }
 
-TEST(CairoPainter, PaintsACardClearOutsideItsCorners) {
-    const Pixels pixels = paintPixels(
-        {.size = {60, 40}, .cornerRadius = 10, .scale = 1.5, .background = red}, typesetter());
-    ASSERT_EQ((std::pair{pixels.width, pixels.height}), (std::pair{90, 60}));
-    EXPECT_EQ(at(pixels, 0, 0), 0U);
-    for (int y = 0; y < 60; ++y) {
-        EXPECT_EQ(at(pixels, 45, y), 0xFFFF0000);
-        for (int x = 0; x < 90; ++x) {
-            const auto alpha = [&](int px, int py) {
-                return static_cast<int>(at(pixels, px, py) >> 24U);
-            };
-            EXPECT_NEAR(alpha(x, y), alpha(89 - x, y), 20);
-            EXPECT_NEAR(alpha(x, y), alpha(x, 59 - y), 20);
-        }
-    }
+TEST(CairoPainter, PutsInkWhereTheListSays) {
+    DisplayList list = everything();
+    list.background.reset();
+    list.elements.erase(list.elements.begin(), list.elements.begin() + 3);  // the texts
+    const DisplayList card{.size = {60, 40}, .cornerRadius = 10, .scale = 1.5, .background = red};
+    expectGolden("everything_ink.txt", inked(paintPixels(list, typesetter())) + "== card\n" +
+                                           inked(paintPixels(card, typesetter())));
 }
 
-TEST(CairoPainter, PutsInkWhereTheListSays) {
-    const auto painted = [](const Rect& frame, const views::ElementContent& content) {
-        return paintPixels({.size = {40, 30}, .elements = {{frame, false, content}}}, typesetter());
-    };
-    const Pixels circle = painted({{10, 10}, {20, 10}}, views::CircleElement{red});
-    for (int x = 0; x < 40; ++x) {
-        for (int y = 0; y < 30; ++y) {
-            const double inside = 5 - std::hypot(x + 0.5 - 20, y + 0.5 - 15);
-            const std::uint32_t edge = at(circle, x, y);
-            EXPECT_EQ(edge, inside > 0.8 ? 0xFFFF0000 : inside < -0.8 ? 0 : edge) << x << "," << y;
-        }
-    }
-    const Pixels gradient =
-        painted({{0, 5}, {40, 20}},
-                views::PathElement{Path{}.rectangle({{0, 0}, {40, 20}}), views::Fill{{red, blue}}});
-    EXPECT_EQ(at(gradient, 20, 4), 0U);
-    for (int y = 5; y < 25; ++y) {
-        const double part = (y + 0.5 - 5) / 20;
-        EXPECT_NEAR(at(gradient, 20, y) >> 16U & 0xFFU, 255 * (1 - part), 2) << y;
-        EXPECT_NEAR(at(gradient, 20, y) & 0xFFU, 255 * part, 2) << y;
-    }
-
+TEST(CairoPainter, FadesATextAsAWhole) {
     const Font rounded = Font::system(24, views::Weight::semibold, views::FontDesign::rounded);
-    const Pixels text = painted({{4, 0}, {30, 29}},
-                                views::TextElement{"88", {"88"}, rounded, red.withOpacity(0.5)});
+    const views::TextElement digits{"88", {"88"}, rounded, red.withOpacity(0.5)};
+    const Pixels text = paintPixels(
+        {.size = {40, 30}, .elements = {{{{4, 0}, {30, 29}}, false, digits}}}, typesetter());
     const auto darkest = *std::max_element(text.values.begin(), text.values.end());
     EXPECT_NEAR(darkest >> 24U, 128, 1);  // its strokes and fills do not add up
 }

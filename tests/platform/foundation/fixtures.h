@@ -26,6 +26,11 @@ inline std::vector<std::pair<std::string, std::string>> pairs(const std::string&
     return pairs;
 }
 
+inline std::string contents(const std::filesystem::path& file) {
+    std::ifstream in{file, std::ios::binary};
+    return {std::istreambuf_iterator<char>{in}, {}};
+}
+
 /// "-" takes the variable out of the environment.
 inline void setVariable(const char* name, const std::string& value) {
     value == "-" ? ::unsetenv(name) : ::setenv(name, value.c_str(), 1);

@@ -1,9 +1,7 @@
 #include "platform/foundation/json_writing.h"
 
-#include <bit>
 #include <cmath>
 #include <gtest/gtest.h>
-#include <random>
 
 #include "platform/foundation/json_sample.h"
 
@@ -58,22 +56,6 @@ TEST(JSONWriting, IndentsByTwo) {
     EXPECT_EQ(json.text(),
               "{\n  \"a\": [\n    \"[\",\n    {}\n  ],\n  \"b\": [],\n"
               "  \"c\": {\n    \"t\": 1,\n    \"v\": 2\n  }\n}");
-}
-
-TEST(JSONWriting, IsReadBackAsItWas) {
-    std::mt19937_64 random{20241116};
-    for (int round = 0; round < 5000; ++round) {
-        const auto bits = random();
-        const double value = std::bit_cast<double>(bits);
-        Outer record{.count = static_cast<std::int64_t>(bits >> (bits % 64))};
-        for (auto rest = bits; rest != 0; rest >>= 7U)
-            record.name += static_cast<char>(rest & 127U);
-        record.list.assign(bits % 3, {round, std::isfinite(value) ? value : 1e-9 * round});
-        if (bits % 5 == 0) record.last = Inner{-round, 1e-3 * static_cast<double>(bits)};
-        if (bits % 7 == 0) record.tags = {{record.name, "é", ""}};
-        for (const auto style : {JSONWriter::Style::compact, JSONWriter::Style::indented})
-            ASSERT_EQ(decodeJSON<Outer>(toJSON(record, style)).value(), record) << toJSON(record);
-    }
 }
 
 }  // namespace tessary::foundation

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/views/even_typesetter.h"
+#include "support/golden.h"
 
 namespace tessary::views {
 namespace {
@@ -31,29 +32,14 @@ std::string trimmed(std::string text, bool atEnd) {
 bool endsCut(const FittedText& fitted) { return fitted.lines.back().ends_with(ellipsis); }
 
 TEST(TextFitting, WrapsAtWordsAndInsideThemOnlyWhereItMust) {
-    const struct {
-        std::string text;
-        double room;
-        Lines lines;
-    } cases[] = {
-        {"one two three", 7, {"one two", "three"}},
-        {"one two three", 6, {"one", "two", "three"}},
-        {"orders-queue-age", 9, {"orders-", "queue-age"}},
-        {"abcdefgh", 3, {"abc", "def", "gh"}},
-        {"ab cdefghi j", 4, {"ab", "cdef", "ghi", "j"}},
-        {"ab cdefghi j", 5, {"ab", "cdefg", "hi j"}},
-        {"abcd   ef", 4, {"abcd", "ef"}},
-        {"abc", 0, {"a", "b", "c"}},
-        {"e\u0301e\u0301", 1, {"e\u0301", "e\u0301"}},
-        {"", 5, {""}},
-        {"a\n\nb c", 2, {"a", "", "b", "c"}},
-        {"\na\n", 2, {"", "a", ""}},
-    };
-    for (const auto& [text, room, lines] : cases) {
-        const FittedText fitted = fit(text, room);
-        EXPECT_EQ(fitted.lines, lines) << text;
-        EXPECT_DOUBLE_EQ(fitted.size.height, 11.0 * static_cast<double>(lines.size()));
-    }
+    expectTranscript("wrapped.txt", [](const std::string& line) {  // room in characters, and a text
+        std::string lines, text = line.substr(line.find(' ') + 1);
+        std::replace(text.begin(), text.end(), '/', '\n');
+        const FittedText fitted = fit(text, std::stod(line));
+        for (const std::string& each : fitted.lines) lines += '|' + each + "|\n";
+        EXPECT_DOUBLE_EQ(fitted.size.height, 11.0 * static_cast<double>(fitted.lines.size()));
+        return lines;
+    });
     EXPECT_DOUBLE_EQ(fit("one two three", 8).size.width, 35);  // its longest line's, not the room's
 }
 
