@@ -86,6 +86,12 @@ std::vector<std::string> extensionCommand(const std::vector<std::string>& option
     return command;
 }
 
+std::chrono::milliseconds pauseAfter(int failures, const Patience& patience) {
+    if (failures < 2) return {};
+    const int doublings = std::min(failures - 2, 20);
+    return std::min(patience.firstPause * (1 << doublings), patience.longestPause);
+}
+
 Extension::Extension(std::vector<std::string> command, Patience patience)
     : command_{std::move(command)}, patience_{patience} {}
 
@@ -147,15 +153,9 @@ void Extension::ended() {
 void Extension::fail(const std::string& why) {
     if (run_) g_subprocess_force_exit(run_->process.get());
     end();
-    ++failures_;
-    if (failures_ == 1) {
-        note("the extension " + why + "; asking it again");
-        return start();
-    }
-    const int doublings = std::min(failures_ - 2, 20);
-    const auto pause = std::min(patience_.firstPause * (1 << doublings), patience_.longestPause);
-    note("the extension " + why + "; asking it again in " +
-         std::to_string((pause.count() + 999) / 1000) + " s");
+    const auto pause = pauseAfter(++failures_, patience_);
+    note("the extension " + why + "; asking it again in " + std::to_string(pause.count() / 1000) +
+         " s");
     pause_.start(pause, [this] { start(); });
 }
 

@@ -33,6 +33,9 @@ struct Patience {
     std::chrono::milliseconds longestPause{300'000};
 };
 
+/// How long to wait before asking again after so many failures, 1 or more, without a good reply.
+std::chrono::milliseconds pauseAfter(int failures, const Patience& patience);
+
 class Extension {
 public:
     using Answer = std::function<void(const Reply&)>;

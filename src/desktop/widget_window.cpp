@@ -71,7 +71,15 @@ void makeDesktopWindow(GtkWindow* window) {
 
 }  // namespace
 
-bool openDisplay() { return gtk_init_check(nullptr, nullptr); }
+bool openDisplay() {
+    // Where nobody did before, GTK loads OpenGL on X11 only to list its visuals: 33 MB that
+    // pictures have no use for. What a click starts shall have it, so the word is taken back.
+    const bool ours = g_getenv("GDK_GL") == nullptr;
+    if (ours) g_setenv("GDK_GL", "disable", TRUE);
+    const bool opened = gtk_init_check(nullptr, nullptr);
+    if (ours) g_unsetenv("GDK_GL");
+    return opened;
+}
 
 Size workArea() {
     const auto area = workRectangle();
