@@ -4,6 +4,7 @@
 # fixed distance, so that the program finds it from its own folder and the prefix can move:
 #
 #     PREFIX/bin/tessary-widgets
+#     PREFIX/bin/tessary-widgets-desktop        # finds tessary-widgets beside itself
 #     PREFIX/share/tessary-widgets/Info.plist
 #     PREFIX/share/tessary-widgets/schema/      # JSON Schemas, for writers of the files
 #
@@ -13,6 +14,11 @@ string(REPLACE "<" "&lt;" TESSARY_APP_GROUP_XML "${TESSARY_APP_GROUP_XML}")
 configure_file("${PROJECT_SOURCE_DIR}/data/Info.plist.in" "${PROJECT_BINARY_DIR}/Info.plist" @ONLY)
 
 set_target_properties(tessary-widgets PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}")
+if(TESSARY_DESKTOP)
+  set_target_properties(tessary-widgets-desktop PROPERTIES RUNTIME_OUTPUT_DIRECTORY
+                                                           "${PROJECT_BINARY_DIR}")
+  install(TARGETS tessary-widgets-desktop RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+endif()
 install(TARGETS tessary-widgets RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 install(FILES "${PROJECT_BINARY_DIR}/Info.plist"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/tessary-widgets")

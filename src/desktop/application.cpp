@@ -1,0 +1,155 @@
+#include "desktop/application.h"
+
+#include <cstdio>
+#include <exception>
+#include <gio/gio.h>
+#include <glib-unix.h>
+#include <memory>
+#include <utility>
+
+#include "desktop/command.h"
+#include "desktop/desktop.h"
+#include "desktop/glib_handles.h"
+#include "desktop/note.h"
+#include "desktop/state.h"
+#include "desktop/widget_window.h"
+
+namespace tessary::desktop {
+
+namespace {
+
+constexpr const char* applicationId = "com.tessary.desktop.Widgets";
+
+/// What any screen has room for, where none is at hand.
+constexpr Size leastArea{1280, 720};
+
+std::string defaultContainer() {
+    return Text{
+        g_build_filename(g_get_user_data_dir(), "group-containers", TESSARY_APP_GROUP, nullptr)}
+        .get();
+}
+
+/// The instance that calls reach.
+class Instance {
+public:
+    explicit Instance(GApplication* application) : application_{application} {}
+
+    Outcome carry(const Command& command) try {
+        const auto& folders = desktop_ ? desktop_->folders() : Desktop::Folders{};
+        if (desktop_ && !command.container.empty() && command.container != folders.container)
+            return {.status = 1,
+                    .complaint =
+                        "the desktop that runs shows " + folders.container + ", --quit ends it"};
+        switch (command.action) {
+            case Action::start: return start(command);
+            case Action::reload: return tell([this] { desktop_->reload(); });
+            case Action::quit: return tell([this] { quit(); });
+            case Action::list:
+            case Action::add:
+            case Action::remove:
+            case Action::edit: return change(command);
+            case Action::help:
+            case Action::version: break;  // answered by the caller itself
+        }
+        return {};
+    } catch (const std::exception& problem) {
+        return {.status = 1, .complaint = problem.what()};
+    }
+
+    void quit() {
+        if (!std::exchange(desktop_, nullptr)) return;
+        g_application_release(application_);
+    }
+
+private:
+    Outcome start(const Command& command) {
+        if (desktop_) return {};
+        if (!openDisplay())
+            return {.status = 1, .complaint = "there is no display to show widgets on"};
+        const auto widgets = loadWidgets(stateFile());
+        auto container = command.container.empty() ? defaultContainer() : command.container;
+        desktop_ = std::make_unique<Desktop>(Desktop::Folders{std::move(container), command.info},
+                                             [this](const Command& chosen) {
+                                                 const auto outcome = carry(chosen);
+                                                 if (outcome.status != 0) note(outcome.complaint);
+                                             });
+        g_application_hold(application_);
+        widgets_ = widgets;
+        desktop_->show(widgets_);
+        return {};
+    }
+
+    template <class Do>
+    Outcome tell(Do what) {
+        if (!desktop_) return {.status = 1, .complaint = "no desktop runs"};
+        what();
+        return {};
+    }
+
+    Outcome change(const Command& command) {
+        auto widgets = desktop_ ? widgets_ : loadWidgets(stateFile());
+        const auto before = widgets;
+        const auto outcome = carryOut(command, widgets, desktop_ ? workArea() : leastArea);
+        if (widgets == before) return outcome;
+        saveWidgets(stateFile(), widgets);
+        if (desktop_) desktop_->show(widgets_ = widgets);
+        return outcome;
+    }
+
+    GApplication* application_;
+    std::vector<PlacedWidget> widgets_{};  ///< while a desktop runs
+    std::unique_ptr<Desktop> desktop_{};
+};
+
+int answerCall(Instance& instance, GApplicationCommandLine* line) {
+    int count{};
+    char** const words = g_application_command_line_get_arguments(line, &count);
+    const char* folder = g_application_command_line_get_cwd(line);
+    const auto call = parseCall({words + 1, words + count}, folder ? folder : "/");
+    g_strfreev(words);
+    const auto outcome = instance.carry(call.command);
+    if (!outcome.output.empty())
+        g_application_command_line_print(line, "%s", outcome.output.c_str());
+    if (!outcome.complaint.empty())
+        g_application_command_line_printerr(line, "tessary-widgets-desktop: %s\n",
+                                            outcome.complaint.c_str());
+    return outcome.status;
+}
+
+int runApplication(const std::vector<std::string>& words) {
+    const Object<GApplication> application{
+        g_application_new(applicationId, G_APPLICATION_HANDLES_COMMAND_LINE)};
+    Instance instance{application.get()};
+    const auto called = [](GApplication*, GApplicationCommandLine* line, gpointer self) {
+        return answerCall(*static_cast<Instance*>(self), line);
+    };
+    using Called = int (*)(GApplication*, GApplicationCommandLine*, gpointer);
+    g_signal_connect(application.get(), "command-line", G_CALLBACK(+Called{called}), &instance);
+    const auto end = [](gpointer self) -> gboolean {
+        static_cast<Instance*>(self)->quit();
+        return G_SOURCE_CONTINUE;
+    };
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) g_unix_signal_add(signal, end, &instance);
+    std::vector<const char*> all{"tessary-widgets-desktop"};
+    for (const auto& word : words) all.push_back(word.c_str());
+    all.push_back(nullptr);
+    return g_application_run(application.get(), static_cast<int>(words.size()) + 1,
+                             const_cast<char**>(all.data()));
+}
+
+}  // namespace
+
+int run(const std::vector<std::string>& words) {
+    // GLib's own would replace what the locale lacks.
+    g_set_print_handler([](const char* text) { std::fputs(text, stdout); });
+    g_set_printerr_handler([](const char* text) { std::fputs(text, stderr); });
+    const Text folder{g_get_current_dir()};
+    const auto call = parseCall(words, folder.get());
+    if (!call.fault.empty()) return note(call.fault), 2;
+    if (call.command.action == Action::help) return std::fputs(helpText().c_str(), stdout), 0;
+    if (call.command.action == Action::version)
+        return std::puts("tessary-widgets-desktop " TESSARY_VERSION), 0;
+    return runApplication(words);
+}
+
+}  // namespace tessary::desktop

@@ -1,0 +1,51 @@
+// What a call of the program asks for, and the commands that work on the placed widgets.
+//
+//     const auto call = parseCall({"--add", "alarm", "--position", "40,60"}, folder);
+//     if (!call.fault.empty()) return 2;
+//     carryOut(call.command, widgets, area)      // {.status = 0, .output = "1\n"}
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "desktop/placed_widget.h"
+
+namespace tessary::desktop {
+
+enum class Action { start, list, add, remove, edit, reload, quit, help, version };
+
+struct Command {
+    Action action{Action::start};
+    bool json{};                         ///< for list
+    std::string kind{};                  ///< for add
+    int number{};                        ///< for remove and edit
+    std::optional<Family> family{};      ///< for add and edit
+    std::optional<std::string> pin{};    ///< for add and edit
+    std::optional<Position> position{};  ///< for add
+    std::string container{};             ///< an absolute path; empty where not given
+    std::string info{};                  ///< likewise
+};
+
+struct Call {
+    Command command{};
+    std::string fault{};  ///< one line: the word at fault and what was expected; empty without
+};
+
+/// Understands the words after the program's name; relative paths are of that folder.
+Call parseCall(const std::vector<std::string>& words, const std::string& folder);
+
+/// What --help prints.
+std::string helpText();
+
+struct Outcome {
+    int status{};             ///< 0, or 1 where it could not be done
+    std::string output{};     ///< for standard output
+    std::string complaint{};  ///< for standard error, without a line's end
+};
+
+/// Does what list, add, remove and edit ask for. Where it could not, the widgets are what they
+/// were. A widget without a position finds a free spot of the area.
+Outcome carryOut(const Command& command, std::vector<PlacedWidget>& widgets, Size area);
+
+}  // namespace tessary::desktop

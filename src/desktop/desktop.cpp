@@ -1,0 +1,149 @@
+#include "desktop/desktop.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "desktop/note.h"
+#include "desktop/schedule.h"
+#include "desktop/widget_window.h"
+
+namespace tessary::desktop {
+
+namespace {
+
+constexpr double never = std::numeric_limits<double>::infinity();
+constexpr double afterError = 300;  // seconds until a widget that met an error is asked for again
+
+std::vector<std::string> options(const Desktop::Folders& folders) {
+    std::vector<std::string> words{"--container", folders.container};
+    if (!folders.info.empty()) words.insert(words.end(), {"--info", folders.info});
+    return words;
+}
+
+bool looksTheSame(const PlacedWidget& one, const PlacedWidget& other) {
+    return one.kind == other.kind && one.family == other.family && one.pin == other.pin;
+}
+
+}  // namespace
+
+struct Desktop::Shown {
+    explicit Shown(WidgetWindow::Events events) : window{std::move(events)} {}
+
+    /// Shows the entry that is due, and says when to look again.
+    double look(double now) {
+        if (const auto index = shownEntry(dates, now)) window.show(entries[*index]);
+        return nextWake(dates, asked ? never : askAt, now);
+    }
+
+    PlacedWidget placed{};
+    WidgetWindow window;
+    std::vector<Entry> entries{};
+    std::vector<double> dates{};  ///< the entries'
+    double askAt{never};
+    bool asked{};  ///< an answer is under way,
+    bool stale{};  ///< and will be of yesterday when it comes
+};
+
+Desktop::Desktop(Folders folders, std::function<void(const Command&)> chosen)
+    : folders_{std::move(folders)},
+      chosen_{std::move(chosen)},
+      extension_{extensionCommand(options(folders_))},
+      alarm_{[this] { look(); }},
+      watch_{folders_.container, [this] { reload(); }},
+      lock_{[this](bool locked) {
+          redacted_ = locked;
+          reload();
+      }} {}
+
+Desktop::~Desktop() = default;
+
+void Desktop::show(const std::vector<PlacedWidget>& widgets) {
+    std::erase_if(shown_, [&](const auto& shown) {
+        return std::ranges::find(widgets, shown.first, &PlacedWidget::number) == widgets.end();
+    });
+    if (names_.empty() && !widgets.empty()) askNames();
+    for (const auto& widget : widgets) {
+        auto& shown = shown_[widget.number];
+        const bool isNew = !shown;
+        if (isNew) shown = open(widget.number);
+        const auto before = std::exchange(shown->placed, widget);
+        if (before == widget) continue;
+        shown->window.place(widget.position, widget.family);
+        const auto name = names_.find(widget.kind);
+        shown->window.setName(name == names_.end() ? shortName(widget.kind) : name->second);
+        if (isNew || !looksTheSame(before, widget)) ask(shown);
+    }
+}
+
+std::shared_ptr<Desktop::Shown> Desktop::open(int number) {
+    return std::make_shared<Shown>(WidgetWindow::Events{
+        .scaleChanged = [this, number] { ask(shown_.at(number)); },
+        .familyChosen =
+            [this, number](Family family) {
+                chosen_({.action = Action::edit, .number = number, .family = family});
+            },
+        .removeChosen = [this, number] { chosen_({.action = Action::remove, .number = number}); },
+        .quitChosen = [this] { chosen_({.action = Action::quit}); },
+    });
+}
+
+void Desktop::reload() {
+    for (const auto& [number, shown] : shown_) ask(shown);
+}
+
+void Desktop::askNames() {
+    extension_.ask({.request = "list"}, [this](const Reply& reply) {
+        for (const auto& [kind, name] : reply.kinds) names_[kind] = name;
+        for (const auto& [number, shown] : shown_)
+            if (names_.contains(shown->placed.kind))
+                shown->window.setName(names_[shown->placed.kind]);
+    });
+}
+
+/// Asks once at a time: what changes while an answer is under way makes that one stale.
+void Desktop::ask(const std::shared_ptr<Shown>& shown) {
+    if (shown->asked) {
+        shown->stale = true;
+        return;
+    }
+    shown->asked = true;
+    const auto& placed = shown->placed;
+    const Request request{.request = "timeline",
+                          .widget = placed.kind,
+                          .pin = placed.pin,
+                          .family = nameOf(placed.family),
+                          .scale = shown->window.scale(),
+                          .redacted = redacted_};
+    extension_.ask(request, [this, asked = std::weak_ptr{shown}](const Reply& reply) {
+        if (const auto still = asked.lock()) answered(still, reply);
+    });
+}
+
+void Desktop::answered(const std::shared_ptr<Shown>& shown, const Reply& reply) {
+    shown->asked = false;
+    if (std::exchange(shown->stale, false)) return ask(shown);
+    if (!reply.timeline) {
+        note("widget " + std::to_string(shown->placed.number) + ": " +
+             reply.error.value_or("the extension answers without a timeline"));
+        shown->askAt = wallClock() + afterError;
+    } else {
+        shown->askAt = askDate(reply.timeline->after, wallClock());
+        shown->entries = reply.timeline->entries;
+        shown->dates.clear();
+        for (const auto& entry : shown->entries) shown->dates.push_back(entry.date);
+    }
+    look();
+}
+
+void Desktop::look() {
+    const double now = wallClock();
+    double wake = never;
+    for (const auto& [number, shown] : shown_) {
+        if (shown->askAt <= now) ask(shown);
+        wake = std::min(wake, shown->look(now));
+    }
+    alarm_.set(wake);
+}
+
+}  // namespace tessary::desktop

@@ -1,0 +1,65 @@
+// The desktop that runs: a window for each placed widget, the extension that draws them, and
+// whatever makes them be asked for anew.
+//
+//     openDisplay();
+//     Desktop desktop{folders, [](const Command& chosen) { ... }};
+//     desktop.show(widgets);
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "desktop/command.h"
+#include "desktop/container_watch.h"
+#include "desktop/extension.h"
+#include "desktop/placed_widget.h"
+#include "desktop/session_lock.h"
+#include "desktop/timers.h"
+
+namespace tessary::desktop {
+
+class Desktop {
+public:
+    struct Folders {
+        std::string container{};
+        std::string info{};  ///< the information dictionary; empty: the extension's own
+        bool operator==(const Folders&) const = default;
+    };
+
+    /// `chosen` is called for what a user chooses in a widget's menu. Needs an open display. Throws
+    /// std::runtime_error where the system lacks what it takes.
+    Desktop(Folders folders, std::function<void(const Command&)> chosen);
+    ~Desktop();
+
+    const Folders& folders() const { return folders_; }
+
+    /// Shows these widgets and no others; those that stay keep their windows.
+    void show(const std::vector<PlacedWidget>& widgets);
+
+    /// Asks for all widgets anew.
+    void reload();
+
+private:
+    struct Shown;
+
+    std::shared_ptr<Shown> open(int number);
+    void askNames();
+    void ask(const std::shared_ptr<Shown>& shown);
+    void answered(const std::shared_ptr<Shown>& shown, const Reply& reply);
+    void look();
+
+    Folders folders_;
+    std::function<void(const Command&)> chosen_;
+    std::map<int, std::shared_ptr<Shown>> shown_{};  ///< by number
+    std::map<std::string, std::string> names_{};     ///< by kind
+    bool redacted_{};
+    Extension extension_;
+    WallAlarm alarm_;
+    ContainerWatch watch_;
+    SessionLock lock_;
+};
+
+}  // namespace tessary::desktop

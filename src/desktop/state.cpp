@@ -1,0 +1,119 @@
+#include "desktop/state.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <glib/gstdio.h>
+#include <stdexcept>
+
+#include "desktop/json_values.h"
+#include "desktop/note.h"
+
+namespace tessary::desktop {
+
+namespace {
+
+constexpr std::int64_t farthest = 100'000;  // points: beyond any desktop
+
+std::optional<int> within(std::optional<std::int64_t> value, std::int64_t least,
+                          std::int64_t most) {
+    if (!value || *value < least || *value > most) return std::nullopt;
+    return static_cast<int>(*value);
+}
+
+std::optional<PlacedWidget> decodeWidget(JsonObject* from) {
+    const auto place = object(from, "position");
+    const auto number = within(integer(from, "number"), 1, G_MAXINT);
+    const auto kind = text(from, "widget");
+    const auto family = familyNamed(text(from, "family").value_or(""));
+    const auto pin = text(from, "pin");
+    const auto x = within(integer(place, "x"), -farthest, farthest);
+    const auto y = within(integer(place, "y"), -farthest, farthest);
+    if (!number || !kind || !family || !x || !y) return std::nullopt;
+    if (!pin && !isNull(from, "pin")) return std::nullopt;
+    return PlacedWidget{*number, *kind, *family, pin, {*x, *y}};
+}
+
+void encodeWidget(JsonBuilder* json, const PlacedWidget& widget) {
+    const auto named = [json](const char* name) { json_builder_set_member_name(json, name); };
+    json_builder_begin_object(json);
+    named("number"), json_builder_add_int_value(json, widget.number);
+    named("widget"), json_builder_add_string_value(json, widget.kind.c_str());
+    named("family"), json_builder_add_string_value(json, nameOf(widget.family));
+    named("pin"), json_builder_add_string_value(json, widget.pin ? widget.pin->c_str() : nullptr);
+    named("position"), json_builder_begin_object(json);
+    named("x"), json_builder_add_int_value(json, widget.position.x);
+    named("y"), json_builder_add_int_value(json, widget.position.y);
+    json_builder_end_object(json);
+    json_builder_end_object(json);
+}
+
+/// Moves a file out of the way, never onto another.
+void setAside(const std::string& file) {
+    for (int n = 1;; ++n) {
+        const auto aside = file + ".unreadable-" + std::to_string(n);
+        if (g_file_test(aside.c_str(), G_FILE_TEST_EXISTS)) continue;
+        if (g_rename(file.c_str(), aside.c_str()) != 0)
+            throw std::runtime_error{
+                file + " is unreadable and cannot be set aside: " + g_strerror(errno)};
+        return note(file + " is unreadable and was set aside as " + aside);
+    }
+}
+
+}  // namespace
+
+std::string stateFile() {
+    return Text{
+        g_build_filename(g_get_user_config_dir(), "tessary-widgets", "desktop.json", nullptr)}
+        .get();
+}
+
+std::string encodeWidgets(const std::vector<PlacedWidget>& widgets) {
+    const Object<JsonBuilder> json{json_builder_new()};
+    json_builder_begin_object(json.get());
+    json_builder_set_member_name(json.get(), "widgets");
+    json_builder_begin_array(json.get());
+    for (const auto& widget : widgets) encodeWidget(json.get(), widget);
+    json_builder_end_array(json.get());
+    json_builder_end_object(json.get());
+    return built(json.get(), true) + "\n";
+}
+
+std::optional<std::vector<PlacedWidget>> decodeWidgets(std::string_view text) {
+    const JsonText json{text};
+    const auto list = array(json.object(), "widgets");
+    if (!list) return std::nullopt;
+    std::vector<PlacedWidget> widgets;
+    for (unsigned i = 0; i < json_array_get_length(list); ++i) {
+        const auto widget = decodeWidget(objectAt(list, i));
+        const auto same = [&](const auto& other) { return other.number == widget->number; };
+        if (!widget || std::ranges::any_of(widgets, same)) return std::nullopt;
+        widgets.push_back(*widget);
+    }
+    return widgets;
+}
+
+std::vector<PlacedWidget> loadWidgets(const std::string& file) {
+    char* bytes{};
+    gsize size{};
+    Fault fault;
+    const bool read = g_file_get_contents(file.c_str(), &bytes, &size, fault.out());
+    const Text owner{bytes};
+    if (!read && fault.is(G_FILE_ERROR, G_FILE_ERROR_NOENT)) return {};
+    auto widgets = read ? decodeWidgets({bytes, size}) : std::nullopt;
+    if (!widgets) setAside(file);
+    return widgets.value_or(std::vector<PlacedWidget>{});
+}
+
+void saveWidgets(const std::string& file, const std::vector<PlacedWidget>& widgets) {
+    const Text folder{g_path_get_dirname(file.c_str())};
+    if (g_mkdir_with_parents(folder.get(), 0700) != 0)
+        throw std::runtime_error{std::string{folder.get()} + ": " + g_strerror(errno)};
+    const auto bytes = encodeWidgets(widgets);
+    Fault fault;
+    const auto size = static_cast<gssize>(bytes.size());
+    if (!g_file_set_contents(file.c_str(), bytes.c_str(), size, fault.out()))
+        throw std::runtime_error{fault.message()};
+}
+
+}  // namespace tessary::desktop

@@ -1,0 +1,52 @@
+// Calls that come later, from GLib's main loop.
+//
+//     Timer timer;
+//     timer.start(30ms, [] { look(); });    // once; starting anew forgets the earlier call
+//     WallAlarm alarm{[] { look(); }};
+//     alarm.set(1731772840);                // also when the machine slept through that moment
+#pragma once
+
+#include <chrono>
+#include <functional>
+
+namespace tessary::desktop {
+
+/// Seconds since 1970.
+double wallClock();
+
+/// One call after a while in which the machine is awake.
+class Timer {
+public:
+    Timer() = default;
+    Timer(const Timer&) = delete;
+    Timer& operator=(const Timer&) = delete;
+    ~Timer() { cancel(); }
+
+    void start(std::chrono::milliseconds after, std::function<void()> due);
+    void cancel();
+    bool running() const { return source_ != 0; }
+
+private:
+    unsigned source_{};
+    std::function<void()> due_{};
+};
+
+/// A call at a time of day, also after sleep and after the clock has been set.
+class WallAlarm {
+public:
+    /// Throws std::runtime_error where the system has no timer to give.
+    explicit WallAlarm(std::function<void()> due);
+    WallAlarm(const WallAlarm&) = delete;
+    WallAlarm& operator=(const WallAlarm&) = delete;
+    ~WallAlarm();
+
+    /// One call at that moment, at once where it is past. Setting anew forgets the earlier moment.
+    void set(double moment);
+
+private:
+    int timer_{-1};
+    unsigned source_{};
+    std::function<void()> due_{};
+};
+
+}  // namespace tessary::desktop

@@ -1,0 +1,58 @@
+// One widget on the desktop: a picture without frame or focus, below all other windows.
+//
+//     WidgetWindow window{{.quitChosen = [] { ... }}};
+//     window.place({20, 20}, Family::small);
+//     window.show(entry);
+//
+// On Wayland it is a surface of the layer shell's bottom layer with the namespace "desktop", where
+// the compositor has that; on X11 a window of the type DESKTOP; elsewhere a plain one.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "desktop/messages.h"
+#include "desktop/placed_widget.h"
+
+namespace tessary::desktop {
+
+/// Connects to the display, once for the program. False where there is none.
+bool openDisplay();
+
+/// The screen without its panels.
+Size workArea();
+
+class WidgetWindow {
+public:
+    /// What the window tells; each is called from the main loop and has to be there.
+    struct Events {
+        std::function<void()> scaleChanged{};
+        std::function<void(Family)> familyChosen{};
+        std::function<void()> removeChosen{};
+        std::function<void()> quitChosen{};
+    };
+
+    explicit WidgetWindow(Events events);
+    WidgetWindow(const WidgetWindow&) = delete;
+    WidgetWindow& operator=(const WidgetWindow&) = delete;
+    ~WidgetWindow();
+
+    void place(Position position, Family family);
+
+    /// What a screen reader calls it.
+    void setName(const std::string& name);
+
+    /// Pixels per point, 1 to 4.
+    int scale() const;
+
+    /// Shows an entry until the next; the window appears with its first. A picture that is the same
+    /// as before is not drawn again.
+    void show(const Entry& entry);
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace tessary::desktop
