@@ -5,6 +5,8 @@
 #
 #     PREFIX/bin/tessary-widgets
 #     PREFIX/bin/tessary-widgets-desktop        # finds tessary-widgets beside itself
+#     PREFIX/share/applications/, PREFIX/etc/xdg/autostart/, PREFIX/lib/systemd/user/
+#                                               # which start it by its name, from the PATH
 #     PREFIX/share/tessary-widgets/Info.plist
 #     PREFIX/share/tessary-widgets/schema/      # JSON Schemas, for writers of the files
 #
@@ -18,6 +20,14 @@ if(TESSARY_DESKTOP)
   set_target_properties(tessary-widgets-desktop PROPERTIES RUNTIME_OUTPUT_DIRECTORY
                                                            "${PROJECT_BINARY_DIR}")
   install(TARGETS tessary-widgets-desktop RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  set(TESSARY_DESKTOP_DATA "${PROJECT_SOURCE_DIR}/data/desktop")
+  foreach(folder IN ITEMS "${CMAKE_INSTALL_DATADIR}/applications"
+                          "${CMAKE_INSTALL_SYSCONFDIR}/xdg/autostart")
+    install(FILES "${TESSARY_DESKTOP_DATA}/com.tessary.desktop.Widgets.desktop"
+            DESTINATION "${folder}")
+  endforeach()
+  install(FILES "${TESSARY_DESKTOP_DATA}/tessary-widgets-desktop.service"
+          DESTINATION lib/systemd/user)
 endif()
 install(TARGETS tessary-widgets RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 install(FILES "${PROJECT_BINARY_DIR}/Info.plist"

@@ -89,7 +89,7 @@ private:
     Outcome change(const Command& command) {
         auto widgets = desktop_ ? widgets_ : loadWidgets(stateFile());
         const auto before = widgets;
-        const auto outcome = carryOut(command, widgets, desktop_ ? workArea() : leastArea);
+        auto outcome = carryOut(command, widgets, desktop_ ? workArea() : leastArea);
         if (widgets == before) return outcome;
         saveWidgets(stateFile(), widgets);
         if (desktop_) desktop_->show(widgets_ = widgets);

@@ -16,6 +16,7 @@ constexpr unsigned farewellSeconds = 2;
 
 Object<GSubprocess> spawn(const std::vector<std::string>& command, Fault& fault) {
     std::vector<const char*> words;
+    words.reserve(command.size() + 1);
     for (const auto& word : command) words.push_back(word.c_str());
     words.push_back(nullptr);
     constexpr auto pipes = G_SUBPROCESS_FLAGS_STDIN_PIPE | G_SUBPROCESS_FLAGS_STDOUT_PIPE;

@@ -56,7 +56,7 @@ void setAside(const std::string& file) {
         if (g_rename(file.c_str(), aside.c_str()) != 0)
             throw std::runtime_error{
                 file + " is unreadable and cannot be set aside: " + g_strerror(errno)};
-        return note(file + " is unreadable and was set aside as " + aside);
+        return note(std::string{file}.append(" is unreadable and was set aside as ").append(aside));
     }
 }
 

@@ -51,7 +51,7 @@ WallAlarm::~WallAlarm() {
     close(timer_);
 }
 
-void WallAlarm::set(double moment) {
+void WallAlarm::set(double moment) const {
     // A time of zero would stop the timer; what is far beyond any calendar is none to wait for.
     const double clamped = std::clamp(moment, 1.0, 1e11);
     const double whole = std::floor(clamped);

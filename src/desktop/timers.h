@@ -41,7 +41,7 @@ public:
     ~WallAlarm();
 
     /// One call at that moment, at once where it is past. Setting anew forgets the earlier moment.
-    void set(double moment);
+    void set(double moment) const;
 
 private:
     int timer_{-1};

@@ -97,6 +97,7 @@ struct WidgetWindow::Parts {
         connect();
     }
     ~Parts() {
+        g_signal_handler_disconnect(gtk_widget_get_display(widget), screens);
         if (menu) g_object_unref(menu);
         gtk_widget_destroy(widget);
     }
@@ -124,8 +125,22 @@ struct WidgetWindow::Parts {
            +static_cast<gboolean (*)(GtkWidget*, GdkEventButton*, gpointer)>(released));
         on("notify::scale-factor",
            +static_cast<void (*)(GObject*, GParamSpec*, gpointer)>(rescaled));
-        // A window manager may ask a window to close; a widget goes by the menu or a command.
-        g_signal_connect(widget, "delete-event", G_CALLBACK(gtk_true), nullptr);
+        // A widget goes by the menu or a command alone. But a layer surface is closed with its
+        // screen, and comes back with the next.
+        const auto closed = [](GtkWidget*, GdkEvent*, gpointer self) -> gboolean {
+            if (const auto parts = static_cast<Parts*>(self); parts->layered)
+                gtk_widget_hide(parts->widget);
+            return TRUE;
+        };
+        on("delete-event", +static_cast<gboolean (*)(GtkWidget*, GdkEvent*, gpointer)>(closed));
+        const auto screenCame = [](GdkDisplay*, GdkMonitor*, gpointer self) {
+            if (const auto parts = static_cast<Parts*>(self); parts->entry.picture)
+                gtk_widget_show(parts->widget);
+        };
+        screens = g_signal_connect(
+            gtk_widget_get_display(widget), "monitor-added",
+            G_CALLBACK(+static_cast<void (*)(GdkDisplay*, GdkMonitor*, gpointer)>(screenCame)),
+            this);
     }
     template <class Callback>
     void on(const char* signal, Callback callback) {
@@ -161,7 +176,7 @@ struct WidgetWindow::Parts {
         else
             gtk_widget_set_tooltip_text(widget, nullptr);
     }
-    void complain(const std::string& words) {
+    void complain(const std::string& words) const {
         note(words);
         gtk_widget_set_tooltip_text(widget, words.c_str());
     }
@@ -202,6 +217,7 @@ struct WidgetWindow::Parts {
     GtkWidget* widget{gtk_window_new(GTK_WINDOW_TOPLEVEL)};
     GtkWindow* window{GTK_WINDOW(widget)};
     GtkWidget* menu{};
+    gulong screens{};
     bool layered{hasLayerShell()};
     Entry entry{};
     Family family{};
