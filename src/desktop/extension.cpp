@@ -96,7 +96,11 @@ std::chrono::milliseconds pauseAfter(int failures, const Patience& patience) {
 Extension::Extension(std::vector<std::string> command, Patience patience)
     : command_{std::move(command)}, patience_{patience} {}
 
-Extension::~Extension() { end(); }
+Extension::~Extension() {
+    // There may be no loop any more that reads it to its end; and it keeps nothing.
+    if (run_) g_subprocess_force_exit(run_->process.get());
+    end();
+}
 
 void Extension::ask(const Request& request, Answer answer) {
     const auto id = ++lastId_;
