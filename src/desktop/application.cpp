@@ -10,6 +10,7 @@
 #include "desktop/command.h"
 #include "desktop/desktop.h"
 #include "desktop/glib_handles.h"
+#include "desktop/monitors.h"
 #include "desktop/note.h"
 #include "desktop/state.h"
 #include "desktop/widget_window.h"
@@ -20,8 +21,8 @@ namespace {
 
 constexpr const char* applicationId = "com.tessary.desktop.Widgets";
 
-/// What any screen has room for, where none is at hand.
-constexpr Size leastArea{1280, 720};
+/// What is supposed where no screen is at hand: nearly any has room for that.
+const std::vector<Monitor> supposed{{.area = {1280, 720}}};
 
 std::string defaultContainer() {
     return Text{
@@ -75,8 +76,18 @@ private:
                                              });
         g_application_hold(application_);
         widgets_ = widgets;
+        settle();
         desktop_->show(widgets_);
         return {};
+    }
+
+    /// Widgets that were added without a screen get their monitor.
+    void settle() {
+        const auto first = monitors().front().name;
+        const auto before = widgets_;
+        for (auto& [number, kind, family, pin, place] : widgets_)
+            if (!place.monitor) place.monitor = first;
+        if (widgets_ != before) saveWidgets(stateFile(), widgets_);
     }
 
     template <class Do>
@@ -89,7 +100,7 @@ private:
     Outcome change(const Command& command) {
         auto widgets = desktop_ ? widgets_ : loadWidgets(stateFile());
         const auto before = widgets;
-        auto outcome = carryOut(command, widgets, desktop_ ? workArea() : leastArea);
+        auto outcome = carryOut(command, widgets, desktop_ ? monitors() : supposed);
         if (widgets == before) return outcome;
         saveWidgets(stateFile(), widgets);
         if (desktop_) desktop_->show(widgets_ = widgets);

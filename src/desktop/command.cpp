@@ -46,7 +46,8 @@ Context optionContext(Words& words) {
         word("remove", words.remove, "Remove widget N", "N"),
         word("family", words.family, "The size: small or medium", "FAMILY"),
         word("pin", words.pin, "The alarm or metric to show", "ID"),
-        word("position", words.position, "Points from the top left", "X,Y"),
+        word("position", words.position,
+             "Points from the left and the top, -X,-Y from the right and below", "X,Y"),
         flag("reload", words.reload, "Ask for all widgets anew"),
         flag("quit", words.quit, "End the desktop that runs"),
         word("container", words.container, "The folder that holds widgets/", "DIR"),
@@ -84,12 +85,9 @@ int parseNumber(const char* option, const char* word) {
     throw badWord(option, word, "a widget's number");
 }
 
-Position parsePosition(std::string_view word) {
-    const auto comma = std::min(word.find(','), word.size());
-    const auto x = wholeNumber(word.substr(0, comma), 0);
-    const auto y = wholeNumber(word.substr(std::min(comma + 1, word.size())), 0);
-    if (!x || !y) throw badWord("--position", word, "X,Y in points from 0");
-    return {*x, *y};
+Place parsePosition(const char* word) {
+    if (const auto place = parsePlace(word)) return *place;
+    throw badWord("--position", word, "X,Y in points from the edges");
 }
 
 Action parseAction(const Words& words) {
@@ -114,11 +112,11 @@ void refuseStrayOptions(const Words& words, Action action) {
             throw BadCall{std::string{option} + ": expected " + expected + " with it"};
     };
     refuse(words.json, action == Action::list, "--json", "--list");
-    refuse(words.position, action == Action::add, "--position", "--add");
+    refuse(words.position, edits, "--position", "--add or --edit");
     refuse(words.family, edits, "--family", "--add or --edit");
     refuse(words.pin, edits, "--pin", "--add or --edit");
-    if (action == Action::edit && !words.pin && !words.family)
-        throw BadCall{"--edit: expected --pin or --family with it"};
+    if (action == Action::edit && !words.pin && !words.family && !words.position)
+        throw BadCall{"--edit: expected --pin, --family or --position with it"};
 }
 
 void understandWidget(const Words& words, Command& command) {
@@ -136,7 +134,7 @@ void understandWidget(const Words& words, Command& command) {
             throw badWord("--pin", Text{g_utf8_make_valid(words.pin, -1)}.get(), "UTF-8");
         command.pin = words.pin;
     }
-    if (words.position) command.position = parsePosition(words.position);
+    if (words.position) command.place = parsePosition(words.position);
     if (words.remove) command.number = parseNumber("--remove", words.remove);
     if (words.edit) command.number = parseNumber("--edit", words.edit);
 }
@@ -155,20 +153,27 @@ Command understand(const Words& words, const std::string& folder) {
 
 std::string listed(const std::vector<PlacedWidget>& widgets) {
     std::string lines;
-    for (const auto& [number, kind, family, pin, position] : widgets)
+    for (const auto& [number, kind, family, pin, place] : widgets)
         lines += std::to_string(number) + "  " + shortName(kind) + "  " + nameOf(family) + "  " +
-                 std::to_string(position.x) + "," + std::to_string(position.y) +
-                 (pin ? "  " + *pin : "") + "\n";
+                 describe(place) + (pin ? "  " + *pin : "") + "\n";
     return lines;
 }
 
-Outcome add(const Command& command, std::vector<PlacedWidget>& widgets, Size area) {
+Outcome add(const Command& command, std::vector<PlacedWidget>& widgets,
+            const std::vector<Monitor>& monitors) {
     int number = 1;
     for (const auto& widget : widgets) number = std::max(number, widget.number + 1);
     const auto family = command.family.value_or(Family::small);
-    const auto position = command.position ? *command.position : freeSpot(widgets, family, area);
-    widgets.push_back({number, command.kind, family, command.pin, position});
+    auto place = command.place ? *command.place : freePlace(widgets, family, monitors);
+    if (!place.monitor) place.monitor = monitors.front().name;
+    widgets.push_back({number, command.kind, family, command.pin, place});
     return {.output = std::to_string(number) + "\n"};
+}
+
+/// Moves a widget; on its monitor, where the new place names none.
+void move(PlacedWidget& widget, Place place) {
+    if (!place.monitor) place.monitor = widget.place.monitor;
+    widget.place = place;
 }
 
 }  // namespace
@@ -198,10 +203,11 @@ std::string helpText() {
     return Text{g_option_context_get_help(optionContext(words).get(), TRUE, nullptr)}.get();
 }
 
-Outcome carryOut(const Command& command, std::vector<PlacedWidget>& widgets, Size area) {
+Outcome carryOut(const Command& command, std::vector<PlacedWidget>& widgets,
+                 const std::vector<Monitor>& monitors) {
     if (command.action == Action::list)
         return {.output = command.json ? encodeWidgets(widgets) : listed(widgets)};
-    if (command.action == Action::add) return add(command, widgets, area);
+    if (command.action == Action::add) return add(command, widgets, monitors);
     const auto it = std::ranges::find(widgets, command.number, &PlacedWidget::number);
     if (it == widgets.end())
         return {.status = 1, .complaint = "there is no widget " + std::to_string(command.number)};
@@ -213,6 +219,7 @@ Outcome carryOut(const Command& command, std::vector<PlacedWidget>& widgets, Siz
         return {.status = 1,
                 .complaint = "widget " + std::to_string(command.number) + " shows no pin"};
     if (command.pin) it->pin = command.pin;
+    if (command.place) move(*it, *command.place);
     it->family = command.family.value_or(it->family);
     return {};
 }

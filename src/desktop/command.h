@@ -2,7 +2,7 @@
 //
 //     const auto call = parseCall({"--add", "alarm", "--position", "40,60"}, folder);
 //     if (!call.fault.empty()) return 2;
-//     carryOut(call.command, widgets, area)      // {.status = 0, .output = "1\n"}
+//     carryOut(call.command, widgets, monitors)      // {.status = 0, .output = "1\n"}
 #pragma once
 
 #include <optional>
@@ -17,14 +17,14 @@ enum class Action { start, list, add, remove, edit, reload, quit, help, version 
 
 struct Command {
     Action action{Action::start};
-    bool json{};                         ///< for list
-    std::string kind{};                  ///< for add
-    int number{};                        ///< for remove and edit
-    std::optional<Family> family{};      ///< for add and edit
-    std::optional<std::string> pin{};    ///< for add and edit
-    std::optional<Position> position{};  ///< for add
-    std::string container{};             ///< an absolute path; empty where not given
-    std::string info{};                  ///< likewise
+    bool json{};                       ///< for list
+    std::string kind{};                ///< for add
+    int number{};                      ///< for remove and edit
+    std::optional<Family> family{};    ///< for add and edit
+    std::optional<std::string> pin{};  ///< for add and edit
+    std::optional<Place> place{};      ///< likewise; one of no monitor leaves it to the desktop
+    std::string container{};           ///< an absolute path; empty where not given
+    std::string info{};                ///< likewise
 };
 
 struct Call {
@@ -45,7 +45,8 @@ struct Outcome {
 };
 
 /// Does what list, add, remove and edit ask for. Where it could not, the widgets are what they
-/// were. A widget without a position finds a free spot of the area.
-Outcome carryOut(const Command& command, std::vector<PlacedWidget>& widgets, Size area);
+/// were. A new widget comes to the first of the monitors, without a place to a free spot.
+Outcome carryOut(const Command& command, std::vector<PlacedWidget>& widgets,
+                 const std::vector<Monitor>& monitors);
 
 }  // namespace tessary::desktop

@@ -54,6 +54,10 @@ Desktop::Desktop(Folders folders, std::function<void(const Command&)> chosen)
       lock_{[this](bool locked) {
           redacted_ = locked;
           reload();
+      }},
+      monitorWatch_{[this] {
+          const auto all = monitors();
+          for (const auto& [number, shown] : shown_) arrange(*shown, all);
       }} {}
 
 Desktop::~Desktop() = default;
@@ -63,13 +67,14 @@ void Desktop::show(const std::vector<PlacedWidget>& widgets) {
         return std::ranges::find(widgets, shown.first, &PlacedWidget::number) == widgets.end();
     });
     if (names_.empty() && !widgets.empty()) askNames();
+    const auto all = monitors();
     for (const auto& widget : widgets) {
         auto& shown = shown_[widget.number];
         const bool isNew = !shown;
         if (isNew) shown = open(widget.number);
         const auto before = std::exchange(shown->placed, widget);
         if (before == widget) continue;
-        shown->window.place(widget.position, widget.family);
+        arrange(*shown, all);
         const auto name = names_.find(widget.kind);
         shown->window.setName(name == names_.end() ? shortName(widget.kind) : name->second);
         if (isNew || !looksTheSame(before, widget)) ask(shown);
@@ -79,6 +84,10 @@ void Desktop::show(const std::vector<PlacedWidget>& widgets) {
 std::shared_ptr<Desktop::Shown> Desktop::open(int number) {
     return std::make_shared<Shown>(WidgetWindow::Events{
         .scaleChanged = [this, number] { ask(shown_.at(number)); },
+        .moved =
+            [this, number](const Place& place) {
+                chosen_({.action = Action::edit, .number = number, .place = place});
+            },
         .familyChosen =
             [this, number](Family family) {
                 chosen_({.action = Action::edit, .number = number, .family = family});
@@ -86,6 +95,13 @@ std::shared_ptr<Desktop::Shown> Desktop::open(int number) {
         .removeChosen = [this, number] { chosen_({.action = Action::remove, .number = number}); },
         .quitChosen = [this] { chosen_({.action = Action::quit}); },
     });
+}
+
+/// A widget whose monitor is gone waits for that to come back.
+void Desktop::arrange(Shown& shown, const std::vector<Monitor>& monitors) const {
+    const auto& place = shown.placed.place;
+    const auto found = place.monitor ? findMonitor(*place.monitor, monitors) : 0;
+    found ? shown.window.place(monitors[*found], place, shown.placed.family) : shown.window.leave();
 }
 
 void Desktop::reload() {

@@ -15,6 +15,7 @@
 #include "desktop/command.h"
 #include "desktop/container_watch.h"
 #include "desktop/extension.h"
+#include "desktop/monitors.h"
 #include "desktop/placed_widget.h"
 #include "desktop/session_lock.h"
 #include "desktop/timers.h"
@@ -47,6 +48,7 @@ private:
 
     std::shared_ptr<Shown> open(int number);
     void askNames();
+    void arrange(Shown& shown, const std::vector<Monitor>& monitors) const;
     void ask(const std::shared_ptr<Shown>& shown);
     void answered(const std::shared_ptr<Shown>& shown, const Reply& reply);
     void look();
@@ -60,6 +62,7 @@ private:
     WallAlarm alarm_;
     ContainerWatch watch_;
     SessionLock lock_;
+    MonitorWatch monitorWatch_;
 };
 
 }  // namespace tessary::desktop

@@ -9,13 +9,41 @@ namespace {
 constexpr std::string_view kindPrefix = "com.tessary.desktop.widgets.";
 constexpr std::string_view shortNames[] = {"alarms", "alarm", "metric"};
 
-bool crowds(const PlacedWidget& other, Position spot, Size size) {
-    const auto theirs = sizeOf(other.family);
-    const auto apart = [](int from, int length, int otherFrom, int otherLength) {
-        return from + length + gridStep <= otherFrom || otherFrom + otherLength + gridStep <= from;
-    };
-    return !apart(spot.x, size.width, other.position.x, theirs.width) &&
-           !apart(spot.y, size.height, other.position.y, theirs.height);
+/// A widget and the step around it.
+struct Spot {
+    Position at{};
+    Size size{};
+
+    bool crowds(const Spot& other) const {
+        const auto apart = [](int from, int length, int otherFrom, int otherLength) {
+            return from + length + gridStep <= otherFrom ||
+                   otherFrom + otherLength + gridStep <= from;
+        };
+        return !apart(at.x, size.width, other.at.x, other.size.width) &&
+               !apart(at.y, size.height, other.at.y, other.size.height);
+    }
+};
+
+/// Where the widgets of a monitor lie, and those that no desktop has shown yet.
+std::vector<Spot> taken(const std::vector<PlacedWidget>& widgets, std::size_t monitor,
+                        const std::vector<Monitor>& monitors) {
+    std::vector<Spot> spots;
+    for (const auto& widget : widgets) {
+        const auto size = sizeOf(widget.family);
+        if (!widget.place.monitor || findMonitor(*widget.place.monitor, monitors) == monitor)
+            spots.push_back({topLeft(widget.place, size, monitors[monitor].area), size});
+    }
+    return spots;
+}
+
+std::optional<Position> freeSpot(const std::vector<Spot>& taken, Size size, Size area) {
+    for (int x = gridStep; x + size.width + gridStep <= area.width; x += gridStep)
+        for (int y = gridStep; y + size.height + gridStep <= area.height; y += gridStep) {
+            const Spot spot{{x, y}, size};
+            const auto crowds = [&](const Spot& other) { return spot.crowds(other); };
+            if (std::ranges::none_of(taken, crowds)) return spot.at;
+        }
+    return std::nullopt;
 }
 
 }  // namespace
@@ -44,14 +72,20 @@ std::string shortName(const std::string& kind) {
 
 bool takesPin(const std::string& kind) { return shortName(kind) != "alarms"; }
 
-Position freeSpot(const std::vector<PlacedWidget>& widgets, Family family, Size area) {
+Place freePlace(const std::vector<PlacedWidget>& widgets, Family family,
+                const std::vector<Monitor>& monitors) {
     const auto size = sizeOf(family);
-    for (int x = gridStep; x + size.width + gridStep <= area.width; x += gridStep)
-        for (int y = gridStep; y + size.height + gridStep <= area.height; y += gridStep) {
-            const auto blocks = [&](const auto& other) { return crowds(other, {x, y}, size); };
-            if (std::ranges::none_of(widgets, blocks)) return {x, y};
-        }
-    return {gridStep, gridStep};
+    const auto placed = [&](std::size_t i, Position at) {
+        // Of a monitor that is only supposed, only the first edges are known.
+        if (!monitors[i].name) return Place{.x = {From::start, at.x}, .y = {From::start, at.y}};
+        auto place = placeAt(at, size, monitors[i].area);
+        place.monitor = monitors[i].name;
+        return place;
+    };
+    for (std::size_t i = 0; i < monitors.size(); ++i)
+        if (const auto at = freeSpot(taken(widgets, i, monitors), size, monitors[i].area))
+            return placed(i, *at);
+    return placed(0, {gridStep, gridStep});
 }
 
 }  // namespace tessary::desktop

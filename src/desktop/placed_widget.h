@@ -1,11 +1,8 @@
 // A widget as the user placed it on the desktop: what it shows and where.
 //
-//     PlacedWidget widget{.number = 1, .kind = *kindNamed("alarms"), .position = {20, 20}};
-//     sizeOf(widget.family)                                 // {164, 164}
-//     freeSpot({widget}, Family::small, {1280, 720})        // {20, 220}: below it
-//
-// Lengths are points; positions are counted from the top left of the work area, the screen without
-// its panels.
+//     PlacedWidget widget{.number = 1, .kind = *kindNamed("alarms"), .place =
+//     *parsePlace("20,20")}; sizeOf(widget.family)                                 // {164, 164}
+//     freePlace({widget}, Family::small, monitors)          // "20,220" of the first: below it
 #pragma once
 
 #include <optional>
@@ -13,17 +10,9 @@
 #include <string_view>
 #include <vector>
 
+#include "desktop/placement.h"
+
 namespace tessary::desktop {
-
-struct Position {
-    int x{}, y{};
-    bool operator==(const Position&) const = default;
-};
-
-struct Size {
-    int width{}, height{};
-    bool operator==(const Size&) const = default;
-};
 
 enum class Family { small, medium };
 
@@ -32,11 +21,9 @@ struct PlacedWidget {
     std::string kind{};  ///< the kind identifier
     Family family{Family::small};
     std::optional<std::string> pin{};  ///< the entity chosen; without one the extension's default
-    Position position{};
+    Place place{};
     bool operator==(const PlacedWidget&) const = default;
 };
-
-inline constexpr int gridStep = 20;
 
 /// "small" or "medium".
 const char* nameOf(Family family);
@@ -50,8 +37,10 @@ std::string shortName(const std::string& kind);
 /// Whether a kind can be set to show one entity.
 bool takesPin(const std::string& kind);
 
-/// The first spot of the grid, column by column, where a widget lies within the area and a step
-/// away from all others; where there is none, the grid's first.
-Position freeSpot(const std::vector<PlacedWidget>& widgets, Family family, Size area);
+/// The first spot of a monitor's grid, column by column, where a widget lies within the work area
+/// and a step away from all others; on the first monitor that has one. Where none has, the first
+/// monitor's first spot. There has to be a monitor.
+Place freePlace(const std::vector<PlacedWidget>& widgets, Family family,
+                const std::vector<Monitor>& monitors);
 
 }  // namespace tessary::desktop

@@ -13,38 +13,96 @@ namespace tessary::desktop {
 
 namespace {
 
-constexpr std::int64_t farthest = 100'000;  // points: beyond any desktop
-
 std::optional<int> within(std::optional<std::int64_t> value, std::int64_t least,
                           std::int64_t most) {
     if (!value || *value < least || *value > most) return std::nullopt;
     return static_cast<int>(*value);
 }
 
+std::optional<Offset> decodeOffset(JsonObject* from, std::string_view start, std::string_view end) {
+    const auto edge = text(from, "from");
+    const auto points = within(integer(from, "points"), 0, farthest);
+    if (!points || (edge != start && edge != end)) return std::nullopt;
+    return Offset{edge == end ? From::end : From::start, *points};
+}
+
+std::optional<MonitorName> decodeMonitor(JsonObject* from) {
+    const auto maker = text(from, "maker"), model = text(from, "model");
+    const auto connector = text(from, "connector");
+    if (!maker || !model || !connector) return std::nullopt;
+    return MonitorName{*maker, *model, *connector};
+}
+
+std::optional<Place> decodePlace(JsonObject* from) {
+    const auto monitor = decodeMonitor(object(from, "monitor"));
+    const auto x = decodeOffset(object(from, "x"), "left", "right");
+    const auto y = decodeOffset(object(from, "y"), "top", "bottom");
+    if (!x || !y || (!monitor && !isNull(from, "monitor"))) return std::nullopt;
+    return Place{monitor, *x, *y};
+}
+
 std::optional<PlacedWidget> decodeWidget(JsonObject* from) {
-    const auto place = object(from, "position");
+    const auto place = decodePlace(object(from, "place"));
     const auto number = within(integer(from, "number"), 1, G_MAXINT);
     const auto kind = text(from, "widget");
     const auto family = familyNamed(text(from, "family").value_or(""));
     const auto pin = text(from, "pin");
-    const auto x = within(integer(place, "x"), -farthest, farthest);
-    const auto y = within(integer(place, "y"), -farthest, farthest);
-    if (!number || !kind || !family || !x || !y) return std::nullopt;
+    if (!number || !kind || !family || !place) return std::nullopt;
     if (!pin && !isNull(from, "pin")) return std::nullopt;
-    return PlacedWidget{*number, *kind, *family, pin, {*x, *y}};
+    return PlacedWidget{*number, *kind, *family, pin, *place};
 }
 
+/// Members of an object under way.
+class Members {
+public:
+    explicit Members(JsonBuilder* json) : json_{json} {}
+
+    void add(const char* name, const std::optional<std::string>& value) {
+        json_builder_set_member_name(json_, name);
+        json_builder_add_string_value(json_, value ? value->c_str() : nullptr);
+    }
+    void add(const char* name, int value) {
+        json_builder_set_member_name(json_, name);
+        json_builder_add_int_value(json_, value);
+    }
+    template <class Add>
+    void addObject(const char* name, Add addMembers) {
+        json_builder_set_member_name(json_, name);
+        json_builder_begin_object(json_);
+        addMembers();
+        json_builder_end_object(json_);
+    }
+    void add(const char* name, Offset offset, const char* start, const char* end) {
+        addObject(name, [&] {
+            add("from", offset.from == From::end ? end : start);
+            add("points", offset.points);
+        });
+    }
+    void add(const char* name, const std::optional<MonitorName>& monitor) {
+        if (!monitor) return add(name, std::optional<std::string>{});
+        addObject(name, [&] {
+            add("maker", monitor->maker);
+            add("model", monitor->model);
+            add("connector", monitor->connector);
+        });
+    }
+
+private:
+    JsonBuilder* json_;
+};
+
 void encodeWidget(JsonBuilder* json, const PlacedWidget& widget) {
-    const auto named = [json](const char* name) { json_builder_set_member_name(json, name); };
+    Members members{json};
     json_builder_begin_object(json);
-    named("number"), json_builder_add_int_value(json, widget.number);
-    named("widget"), json_builder_add_string_value(json, widget.kind.c_str());
-    named("family"), json_builder_add_string_value(json, nameOf(widget.family));
-    named("pin"), json_builder_add_string_value(json, widget.pin ? widget.pin->c_str() : nullptr);
-    named("position"), json_builder_begin_object(json);
-    named("x"), json_builder_add_int_value(json, widget.position.x);
-    named("y"), json_builder_add_int_value(json, widget.position.y);
-    json_builder_end_object(json);
+    members.add("number", widget.number);
+    members.add("widget", widget.kind);
+    members.add("family", nameOf(widget.family));
+    members.add("pin", widget.pin);
+    members.addObject("place", [&] {
+        members.add("monitor", widget.place.monitor);
+        members.add("x", widget.place.x, "left", "right");
+        members.add("y", widget.place.y, "top", "bottom");
+    });
     json_builder_end_object(json);
 }
 

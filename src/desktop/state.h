@@ -7,7 +7,10 @@
 // The file is one JSON object:
 //
 //     {"widgets": [{"number": 1, "widget": "com.tessary.desktop.widgets.alarm", "family": "small",
-//                   "pin": null, "position": {"x": 20, "y": 20}}]}
+//                   "pin": null, "place": {
+//                       "monitor": {"maker": "Dell Inc.", "model": "U2720Q", "connector": "DP-1"},
+//                       "x": {"from": "right", "points": 20},
+//                       "y": {"from": "top", "points": 20}}}]}
 //
 // Members that are not among these do not survive being written anew.
 #pragma once
@@ -28,7 +31,7 @@ std::string stateFile();
 std::string encodeWidgets(const std::vector<PlacedWidget>& widgets);
 
 /// What such a text says; nothing where it is anything but well-formed: a member missing or of
-/// another kind, a number that is not from 1 or is given twice, a position off any desktop.
+/// another kind, a number that is not from 1 or is given twice, a place off any desktop.
 std::optional<std::vector<PlacedWidget>> decodeWidgets(std::string_view text);
 
 /// The widgets of a file; none where there is no file. A file that cannot be read or understood is

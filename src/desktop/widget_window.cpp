@@ -1,16 +1,15 @@
 #include "desktop/widget_window.h"
 
 #include <algorithm>
-#include <gtk-layer-shell.h>
-#include <gtk/gtk.h>
-#include <string_view>
+#include <optional>
 #include <utility>
-#ifdef GDK_WINDOWING_WAYLAND
-#include <gdk/gdkwayland.h>
-#endif
 
 #include "desktop/glib_handles.h"
+#include "desktop/layer_shell.h"
+#include "desktop/monitors.h"
 #include "desktop/note.h"
+#include "desktop/picture.h"
+#include "desktop/widget_drag.h"
 
 namespace tessary::desktop {
 
@@ -18,53 +17,12 @@ namespace {
 
 constexpr int mostScale = 4;
 
-struct DestroySurface {
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-};
-using Surface = std::unique_ptr<cairo_surface_t, DestroySurface>;
-
-Surface decodePng(std::string_view bytes) {
-    const auto read = [](void* closure, unsigned char* to, unsigned size) {
-        auto& rest = *static_cast<std::string_view*>(closure);
-        if (rest.size() < size) return CAIRO_STATUS_READ_ERROR;
-        std::copy_n(rest.begin(), size, to);
-        rest.remove_prefix(size);
-        return CAIRO_STATUS_SUCCESS;
-    };
-    return Surface{cairo_image_surface_create_from_png_stream(read, &bytes)};
-}
-
-bool hasLayerShell() {
-#ifdef GDK_WINDOWING_WAYLAND
-    return GDK_IS_WAYLAND_DISPLAY(gdk_display_get_default()) && gtk_layer_is_supported();
-#else
-    return false;
-#endif
-}
-
-GdkRectangle workRectangle() {
-    const auto display = gdk_display_get_default();
-    auto monitor = gdk_display_get_primary_monitor(display);
-    if (!monitor) monitor = gdk_display_get_monitor(display, 0);
-    GdkRectangle area{0, 0, 1280, 720};
-    if (monitor) gdk_monitor_get_workarea(monitor, &area);
-    return area;
-}
-
-void makeLayerSurface(GtkWindow* window) {
-    gtk_layer_init_for_window(window);
-    gtk_layer_set_namespace(window, "desktop");
-    gtk_layer_set_layer(window, GTK_LAYER_SHELL_LAYER_BOTTOM);
-    gtk_layer_set_anchor(window, GTK_LAYER_SHELL_EDGE_LEFT, TRUE);
-    gtk_layer_set_anchor(window, GTK_LAYER_SHELL_EDGE_TOP, TRUE);
-}
-
 void makeDesktopWindow(GtkWindow* window) {
     gtk_window_set_type_hint(window, GDK_WINDOW_TYPE_HINT_DESKTOP);
     gtk_window_set_decorated(window, FALSE);
     gtk_window_set_skip_taskbar_hint(window, TRUE);
     gtk_window_set_skip_pager_hint(window, TRUE);
-    gtk_window_set_accept_focus(window, FALSE);
+    gtk_window_set_focus_on_map(window, FALSE);
     gtk_window_set_keep_below(window, TRUE);
     gtk_window_stick(window);
 }
@@ -81,9 +39,11 @@ bool openDisplay() {
     return opened;
 }
 
-Size workArea() {
-    const auto area = workRectangle();
-    return {area.width, area.height};
+/// A signal's handler that calls a function of the object behind its last argument.
+template <class Self, class Event, void (Self::*handle)(Event*)>
+gboolean handled(GtkWidget*, Event* event, gpointer self) {
+    (static_cast<Self*>(self)->*handle)(event);
+    return TRUE;
 }
 
 struct WidgetWindow::Parts {
@@ -92,76 +52,159 @@ struct WidgetWindow::Parts {
         gtk_widget_set_app_paintable(widget, TRUE);
         if (const auto visual = gdk_screen_get_rgba_visual(gtk_widget_get_screen(widget)))
             gtk_widget_set_visual(widget, visual);
-        gtk_widget_add_events(widget, GDK_BUTTON_PRESS_MASK | GDK_BUTTON_RELEASE_MASK);
-        layered ? makeLayerSurface(window) : makeDesktopWindow(window);
+        gtk_widget_add_events(
+            widget, GDK_BUTTON_PRESS_MASK | GDK_BUTTON_RELEASE_MASK | GDK_BUTTON1_MOTION_MASK);
+        gtk_window_set_focus_visible(window, FALSE);
+        if (layered) {
+            makeLayerSurface(window, GTK_LAYER_SHELL_LAYER_BOTTOM, {});
+            gtk_layer_set_keyboard_mode(window, GTK_LAYER_SHELL_KEYBOARD_MODE_ON_DEMAND);
+        } else {
+            makeDesktopWindow(window);
+        }
         connect();
     }
     ~Parts() {
-        g_signal_handler_disconnect(gtk_widget_get_display(widget), screens);
         if (menu) g_object_unref(menu);
         gtk_widget_destroy(widget);
     }
+    Parts(const Parts&) = delete;
+    Parts& operator=(const Parts&) = delete;
 
     void connect() {
-        const auto drawn = [](GtkWidget*, cairo_t* cairo, gpointer self) -> gboolean {
-            static_cast<Parts*>(self)->draw(cairo);
-            return TRUE;
+        on("draw", handled<Parts, cairo_t, &Parts::draw>);
+        on("button-press-event", handled<Parts, GdkEvent, &Parts::press>);
+        on("motion-notify-event", handled<Parts, GdkEventMotion, &Parts::move>);
+        on("button-release-event", handled<Parts, GdkEventButton, &Parts::release>);
+        on("grab-broken-event", handled<Parts, GdkEventGrabBroken, &Parts::breakOff>);
+        on("delete-event", handled<Parts, GdkEvent, &Parts::close>);
+        const auto typed = [](GtkWidget*, GdkEventKey* event, gpointer self) -> gboolean {
+            return static_cast<Parts*>(self)->type(event);
         };
-        const auto pressed = [](GtkWidget*, GdkEvent* event, gpointer self) -> gboolean {
-            if (gdk_event_triggers_context_menu(event)) static_cast<Parts*>(self)->openMenu(event);
-            return TRUE;
-        };
-        const auto released = [](GtkWidget*, GdkEventButton* event, gpointer self) -> gboolean {
-            if (event->button == GDK_BUTTON_PRIMARY) static_cast<Parts*>(self)->open(event->time);
+        const auto menuKey = [](GtkWidget*, gpointer self) -> gboolean {
+            static_cast<Parts*>(self)->openMenu(nullptr);
             return TRUE;
         };
         const auto rescaled = [](GObject*, GParamSpec*, gpointer self) {
             static_cast<Parts*>(self)->events.scaleChanged();
         };
-        on("draw", +static_cast<gboolean (*)(GtkWidget*, cairo_t*, gpointer)>(drawn));
-        on("button-press-event",
-           +static_cast<gboolean (*)(GtkWidget*, GdkEvent*, gpointer)>(pressed));
-        on("button-release-event",
-           +static_cast<gboolean (*)(GtkWidget*, GdkEventButton*, gpointer)>(released));
+        const auto focused = [](GObject*, GParamSpec*, gpointer self) {
+            gtk_widget_queue_draw(static_cast<Parts*>(self)->widget);
+        };
+        on("key-press-event",
+           +static_cast<gboolean (*)(GtkWidget*, GdkEventKey*, gpointer)>(typed));
+        on("popup-menu", +static_cast<gboolean (*)(GtkWidget*, gpointer)>(menuKey));
         on("notify::scale-factor",
            +static_cast<void (*)(GObject*, GParamSpec*, gpointer)>(rescaled));
-        // A widget goes by the menu or a command alone. But a layer surface is closed with its
-        // screen, and comes back with the next.
-        const auto closed = [](GtkWidget*, GdkEvent*, gpointer self) -> gboolean {
-            if (const auto parts = static_cast<Parts*>(self); parts->layered)
-                gtk_widget_hide(parts->widget);
-            return TRUE;
-        };
-        on("delete-event", +static_cast<gboolean (*)(GtkWidget*, GdkEvent*, gpointer)>(closed));
-        const auto screenCame = [](GdkDisplay*, GdkMonitor*, gpointer self) {
-            if (const auto parts = static_cast<Parts*>(self); parts->entry.picture)
-                gtk_widget_show(parts->widget);
-        };
-        screens = g_signal_connect(
-            gtk_widget_get_display(widget), "monitor-added",
-            G_CALLBACK(+static_cast<void (*)(GdkDisplay*, GdkMonitor*, gpointer)>(screenCame)),
-            this);
+        for (const char* property : {"notify::has-toplevel-focus", "notify::focus-visible"})
+            on(property, +static_cast<void (*)(GObject*, GParamSpec*, gpointer)>(focused));
     }
     template <class Callback>
     void on(const char* signal, Callback callback) {
         g_signal_connect(widget, signal, G_CALLBACK(callback), this);
     }
 
-    /// Decodes the picture each time: a window is drawn rarely, and the pixels would be the most
-    /// that a widget holds.
-    void draw(cairo_t* cairo) const {
+    void draw(cairo_t* cairo) {
         cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
         cairo_set_source_rgba(cairo, 0, 0, 0, 0);
         cairo_paint(cairo);
-        if (!entry.picture) return;
-        const auto pixels = decodePng(*entry.picture);
-        if (cairo_surface_status(pixels.get()) != CAIRO_STATUS_SUCCESS) return;
-        const double perPoint =
-            static_cast<double>(cairo_image_surface_get_height(pixels.get())) / size.height;
-        cairo_surface_set_device_scale(pixels.get(), perPoint, perPoint);
-        cairo_set_source_surface(cairo, pixels.get(), 0, 0);
-        cairo_paint(cairo);
+        paint(cairo, entry.picture, sizeOf(family));
+        if (gtk_window_has_toplevel_focus(window) && gtk_window_get_focus_visible(window))
+            drawFocus(cairo);
     }
+    /// A ring along the card's edge.
+    void drawFocus(cairo_t* cairo) const {
+        constexpr double line = 3, radius = 22 - line / 2;
+        const auto [width, height] = sizeOf(family);
+        const double left = line / 2 + radius, right = width - left;
+        const double top = left, bottom = height - top;
+        cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
+        cairo_new_path(cairo);
+        cairo_arc(cairo, right, top, radius, -G_PI / 2, 0);
+        cairo_arc(cairo, right, bottom, radius, 0, G_PI / 2);
+        cairo_arc(cairo, left, bottom, radius, G_PI / 2, G_PI);
+        cairo_arc(cairo, left, top, radius, G_PI, 3 * G_PI / 2);
+        cairo_close_path(cairo);
+        cairo_set_source_rgb(cairo, 0.2, 0.5, 1);
+        cairo_set_line_width(cairo, line);
+        cairo_stroke(cairo);
+    }
+
+    void press(GdkEvent* event) {
+        if (gdk_event_triggers_context_menu(event)) return openMenu(event);
+        const auto& button = event->button;
+        if (button.type != GDK_BUTTON_PRESS || button.button != GDK_BUTTON_PRIMARY) return;
+        gtk_window_set_focus_visible(window, FALSE);
+        drag.emplace(Position{static_cast<int>(button.x_root), static_cast<int>(button.y_root)},
+                     monitors(), corner(), sizeOf(family), entry.picture);
+    }
+    void move(GdkEventMotion* event) {
+        if (!drag) return;
+        drag->moveTo({static_cast<int>(event->x_root), static_cast<int>(event->y_root)});
+        if (drag->place() && !drag->hasGrid()) goTo(*drag->place());
+    }
+    void release(GdkEventButton* event) {
+        if (event->button != GDK_BUTTON_PRIMARY || !drag) return;
+        const auto dropped = drag->place();
+        drag.reset();
+        dropped ? events.moved(*dropped) : open(event->time);
+    }
+    void breakOff(GdkEventGrabBroken*) { putBack(); }
+    void putBack() {
+        if (drag && drag->place() && !drag->hasGrid()) goTo(place);
+        drag.reset();
+    }
+
+    /// A widget goes by the menu or a command alone. But a layer surface is closed with its
+    /// monitor, and comes back with that.
+    void close(GdkEvent*) {
+        if (layered) gtk_widget_hide(widget);
+    }
+
+    gboolean type(const GdkEventKey* event) {
+        gtk_window_set_focus_visible(window, TRUE);
+        switch (event->keyval) {
+            case GDK_KEY_Return:
+            case GDK_KEY_KP_Enter:
+            case GDK_KEY_space: open(event->time); return TRUE;
+            case GDK_KEY_Escape: putBack(); return TRUE;
+            case GDK_KEY_Left: step(-gridStep, 0); return TRUE;
+            case GDK_KEY_Right: step(gridStep, 0); return TRUE;
+            case GDK_KEY_Up: step(0, -gridStep); return TRUE;
+            case GDK_KEY_Down: step(0, gridStep); return TRUE;
+            default: return FALSE;
+        }
+    }
+    void step(int x, int y) {
+        const auto [left, top] = corner();
+        events.moved(dropPlace({left + x, top + y}, sizeOf(family), monitors()));
+    }
+
+    /// The upper left, among all monitors.
+    Position corner() const {
+        const auto [x, y] = topLeft(place, sizeOf(family), monitor.area);
+        return {monitor.origin.x + x, monitor.origin.y + y};
+    }
+
+    /// Puts the window to a place of a monitor that there is.
+    void goTo(const Place& where) {
+        const auto all = monitors();
+        const auto found = where.monitor ? findMonitor(*where.monitor, all) : std::nullopt;
+        const auto& on = all[found.value_or(0)];
+        const auto [x, y] = topLeft(where, sizeOf(family), on.area);
+        if (!layered) return gtk_window_move(window, on.origin.x + x, on.origin.y + y);
+        setLayerMonitor(window, on.number);
+        // By the edges that it is counted from, so that it keeps to them as panels come and go.
+        const auto hold = [&](GtkLayerShellEdge start, GtkLayerShellEdge end, Offset offset) {
+            const bool fromEnd = offset.from == From::end;
+            gtk_layer_set_anchor(window, start, !fromEnd);
+            gtk_layer_set_anchor(window, end, fromEnd);
+            gtk_layer_set_margin(window, fromEnd ? end : start, offset.points);
+        };
+        hold(GTK_LAYER_SHELL_EDGE_LEFT, GTK_LAYER_SHELL_EDGE_RIGHT, where.x);
+        hold(GTK_LAYER_SHELL_EDGE_TOP, GTK_LAYER_SHELL_EDGE_BOTTOM, where.y);
+    }
+
+    void appear() { gtk_widget_set_visible(widget, placed && entry.picture); }
 
     void open(guint32 time) {
         if (!entry.url) return;
@@ -188,10 +231,24 @@ struct WidgetWindow::Parts {
         const auto other = family == Family::small ? Family::medium : Family::small;
         addItem(other == Family::small ? "Small" : "Medium",
                 [chosen = events.familyChosen, other] { chosen(other); });
+        addMonitors();
         addItem("Remove Widget", events.removeChosen);
         addItem("Quit", events.quitChosen);
         gtk_widget_show_all(menu);
-        gtk_menu_popup_at_pointer(GTK_MENU(menu), event);
+        if (event) return gtk_menu_popup_at_pointer(GTK_MENU(menu), event);
+        gtk_menu_popup_at_widget(GTK_MENU(menu), widget, GDK_GRAVITY_CENTER, GDK_GRAVITY_NORTH_WEST,
+                                 nullptr);
+    }
+    /// The ways to the other monitors, which the arrow keys do not take.
+    void addMonitors() {
+        for (const auto& other : monitors()) {
+            if (!other.name || other.name == monitor.name) continue;
+            const auto& [maker, model, connector] = *other.name;
+            Place there = place;
+            there.monitor = other.name;
+            addItem(("Move to " + (model.empty() ? connector : model)).c_str(),
+                    [moved = events.moved, there] { moved(there); });
+        }
     }
     void addItem(const char* label, std::function<void()> chosen) {
         using Chosen = std::function<void()>;
@@ -217,29 +274,34 @@ struct WidgetWindow::Parts {
     GtkWidget* widget{gtk_window_new(GTK_WINDOW_TOPLEVEL)};
     GtkWindow* window{GTK_WINDOW(widget)};
     GtkWidget* menu{};
-    gulong screens{};
     bool layered{hasLayerShell()};
     Entry entry{};
     Family family{};
-    Size size{sizeOf(family)};
+    Place place{};
+    Monitor monitor{};
+    bool placed{};  ///< and its monitor is there
+    std::optional<WidgetDrag> drag{};
 };
 
 WidgetWindow::WidgetWindow(Events events) : parts_{std::make_unique<Parts>(std::move(events))} {}
 
 WidgetWindow::~WidgetWindow() = default;
 
-void WidgetWindow::place(Position position, Family family) {
-    const auto window = parts_->window;
-    parts_->family = family;
-    parts_->size = sizeOf(family);
-    gtk_widget_set_size_request(parts_->widget, parts_->size.width, parts_->size.height);
-    if (parts_->layered) {
-        gtk_layer_set_margin(window, GTK_LAYER_SHELL_EDGE_LEFT, position.x);
-        gtk_layer_set_margin(window, GTK_LAYER_SHELL_EDGE_TOP, position.y);
-    } else {
-        const auto area = workRectangle();
-        gtk_window_move(window, area.x + position.x, area.y + position.y);
-    }
+void WidgetWindow::place(const Monitor& monitor, const Place& place, Family family) {
+    auto& parts = *parts_;
+    const auto [width, height] = sizeOf(parts.family = family);
+    gtk_widget_set_size_request(parts.widget, width, height);
+    parts.monitor = monitor;
+    parts.place = place;
+    parts.place.monitor = monitor.name;
+    parts.placed = true;
+    parts.goTo(parts.place);
+    parts.appear();
+}
+
+void WidgetWindow::leave() {
+    parts_->placed = false;
+    parts_->appear();
 }
 
 void WidgetWindow::setName(const std::string& name) {
@@ -255,7 +317,7 @@ void WidgetWindow::show(const Entry& entry) {
     const auto before = std::exchange(parts_->entry, entry);
     if (before.text != entry.text)
         atk_object_set_description(gtk_widget_get_accessible(parts_->widget), entry.text.c_str());
-    if (!before.picture) return gtk_widget_show(parts_->widget);
+    if (!before.picture) return parts_->appear();
     if (*before.picture != *entry.picture) gtk_widget_queue_draw(parts_->widget);
 }
 

@@ -1,8 +1,11 @@
 // One widget on the desktop: a picture without frame or focus, below all other windows.
 //
 //     WidgetWindow window{{.quitChosen = [] { ... }}};
-//     window.place({20, 20}, Family::small);
+//     window.place(monitors().front(), place, Family::small);
 //     window.show(entry);
+//
+// It is dragged with the pointer or moved by the arrow keys; a click, Enter or the space bar open
+// its link, the other button or the menu key its menu.
 //
 // On Wayland it is a surface of the layer shell's bottom layer with the namespace "desktop", where
 // the compositor has that; on X11 a window of the type DESKTOP; elsewhere a plain one.
@@ -20,14 +23,12 @@ namespace tessary::desktop {
 /// Connects to the display, once for the program. False where there is none.
 bool openDisplay();
 
-/// The screen without its panels.
-Size workArea();
-
 class WidgetWindow {
 public:
     /// What the window tells; each is called from the main loop and has to be there.
     struct Events {
         std::function<void()> scaleChanged{};
+        std::function<void(const Place&)> moved{};
         std::function<void(Family)> familyChosen{};
         std::function<void()> removeChosen{};
         std::function<void()> quitChosen{};
@@ -38,7 +39,11 @@ public:
     WidgetWindow& operator=(const WidgetWindow&) = delete;
     ~WidgetWindow();
 
-    void place(Position position, Family family);
+    /// Puts it on a monitor that there is, at the place's offsets.
+    void place(const Monitor& monitor, const Place& place, Family family);
+
+    /// Takes it from the screen until it is placed again: its monitor is gone.
+    void leave();
 
     /// What a screen reader calls it.
     void setName(const std::string& name);
@@ -46,8 +51,8 @@ public:
     /// Pixels per point, 1 to 4.
     int scale() const;
 
-    /// Shows an entry until the next; the window appears with its first. A picture that is the same
-    /// as before is not drawn again.
+    /// Shows an entry until the next; the window appears with its first, once placed. A picture
+    /// that is the same as before is not drawn again.
     void show(const Entry& entry);
 
 private:

@@ -20,12 +20,13 @@ TEST(Command, NamesTheWordAtFaultAndWhatWasExpected) {
         --add clock               | --add: 'clock' is not one of alarms, alarm, metric
         --add alarm --family big  | --family: 'big' is not one of small, medium
         --add alarms --pin a      | --pin: expected a widget that shows a pin, alarm or metric
-        --add alarm --position 4  | --position: '4' is not X,Y in points from 0
-        --add alarm --position 4,5,6 | --position: '4,5,6' is not X,Y in points from 0
-        --add alarm --position -4,5  | --position: '-4,5' is not X,Y in points from 0
+        --add alarm --position 4  | --position: '4' is not X,Y in points from the edges
+        --add alarm --position 4,5,6 | --position: '4,5,6' is not X,Y in points from the edges
+        --add alarm --position --4,5 | --position: '--4,5' is not X,Y in points from the edges
+        --edit 1 --position 4,100001 | --position: '4,100001' is not X,Y in points from the edges
         --remove 0                | --remove: '0' is not a widget's number
         --remove 1x               | --remove: '1x' is not a widget's number
-        --edit 1                  | --edit: expected --pin or --family with it
+        --edit 1                  | --edit: expected --pin, --family or --position with it
         --edit 99999999999 --pin a | --edit: '99999999999' is not a widget's number
         --json                    | --json: expected --list with it
         --pin a                   | --pin: expected --add or --edit with it
@@ -56,19 +57,20 @@ TEST(Command, CarriesOutOneAfterTheOther) {
     const auto rows = table(R"(
         --add alarms                              | 1
         --add com.tessary.desktop.widgets.metric --family medium | 2
-        --add alarm --pin a --position 400,7      | 3
-        --list     | 1  alarms  small  20,20; 2  metric  medium  20,220; 3  alarm  small  400,7  a;
+        --add alarm --pin a --position -40,7      | 3
+        --list     | 1  alarms  small  20,20; 2  metric  medium  20,220; 3  alarm  small  -40,7  a;
+        --edit 3 --position 400,-0                |
         --remove 1                                |
         --edit 2 --pin b --family small           |
         --add alarm                               | 4
         --remove 1                                | ! there is no widget 1
-        --list     | 2  metric  small  20,220  b; 3  alarm  small  400,7  a; 4  alarm  small  20,20;
+        --list     | 2  metric  small  20,220  b; 3  alarm  small  400,-0  a; 4  alarm  small  20,20;
     )");
     std::vector<PlacedWidget> widgets;
     for (const auto& row : rows) {
         const auto call = parseCall(words(row[0]), "/");
         ASSERT_EQ(call.fault, "");
-        auto outcome = carryOut(call.command, widgets, {1280, 720});
+        auto outcome = carryOut(call.command, widgets, {{.area = {1280, 720}}});
         for (auto& letter : outcome.output)
             if (letter == '\n') letter = row[0] == "--list" ? ';' : ' ';
         const auto said = outcome.status != 0 ? "! " + outcome.complaint : outcome.output;
@@ -83,28 +85,6 @@ TEST(Command, CarriesOutOneAfterTheOther) {
     std::vector<PlacedWidget> alarms{{.number = 1, .kind = *kindNamed("alarms")}};
     EXPECT_EQ(carryOut(noPin, alarms, {}).complaint, "widget 1 shows no pin");
     EXPECT_EQ(alarms[0].pin, std::nullopt);
-}
-
-TEST(FreeSpot, FillsAnAreaWithoutOverlap) {
-    constexpr Size area{1000, 700};
-    std::vector<PlacedWidget> widgets;
-    for (int n = 1; n <= 40; ++n) {
-        const auto family = n % 3 == 0 ? Family::medium : Family::small;
-        const auto spot = freeSpot(widgets, family, area);
-        if (!widgets.empty() && spot == widgets[0].position) break;  // full
-        const auto size = sizeOf(family);
-        EXPECT_EQ(spot.x % gridStep + spot.y % gridStep, 0);
-        EXPECT_LE(spot.x + size.width + gridStep, area.width);
-        EXPECT_LE(spot.y + size.height + gridStep, area.height);
-        for (const auto& other : widgets)
-            EXPECT_TRUE(spot.x >= other.position.x + sizeOf(other.family).width + gridStep ||
-                        other.position.x >= spot.x + size.width + gridStep ||
-                        spot.y >= other.position.y + sizeOf(other.family).height + gridStep ||
-                        other.position.y >= spot.y + size.height + gridStep)
-                << n << " lies on " << other.number;
-        widgets.push_back({.number = n, .family = family, .position = spot});
-    }
-    EXPECT_EQ(widgets.size(), 11u);
 }
 
 }  // namespace

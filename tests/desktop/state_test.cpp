@@ -10,8 +10,12 @@ namespace {
 namespace fs = std::filesystem;
 
 const std::vector<PlacedWidget> widgets{
-    {1, *kindNamed("alarms"), Family::small, std::nullopt, {20, 20}},
-    {7, "org.example.unknown", Family::medium, "a \"b\" \\ ü\n", {-5, 100'000}},
+    {1, *kindNamed("alarms"), Family::small, std::nullopt, *parsePlace("20,20")},
+    {7,
+     "org.example.unknown",
+     Family::medium,
+     "a \"b\" \\ ü\n",
+     {MonitorName{"Maker", "", "DP-1"}, {From::end, 5}, {From::end, 100'000}}},
 };
 
 std::string contents(const fs::path& file) {
@@ -68,10 +72,14 @@ TEST(StateText, AcceptsNothingHalfUnderstood) {
         {": 7", ": 1"},
         {": 7", ": 7.5"},
         {"\"small\"", "\"big\""},
-        {"null", "3"},
+        {"\"pin\": null", "\"pin\": 3"},
+        {"\"monitor\": null", "\"monitor\": {}"},
+        {"\"connector\"", "\"plug\""},
+        {"\"right\"", "\"bottom\""},
         {"\"pin\"", "\"needle\""},
         {"100000", "100001"},
-        {"-5", "\"-5\""},
+        {": 5", ": -5"},
+        {": 5", ": \"5\""},
         {"\"x\"", "\"z\""},
         {"\"widgets\"", "\"w\""},
         {"[", "{"},

@@ -1,0 +1,34 @@
+// What is seen while a widget is dragged: on every monitor a grid of faint dots, and on one of them
+// the widget's shadow where it would come to lie.
+//
+//     if (DragGrid::isPossible()) grid = std::make_unique<DragGrid>(monitors(), picture, size);
+//     grid->show(place);
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "desktop/messages.h"
+#include "desktop/placement.h"
+
+namespace tessary::desktop {
+
+class DragGrid {
+public:
+    /// Whether the screen can show anything that is seen through.
+    static bool isPossible();
+
+    /// Opens a surface above each monitor's work area, which no pointer meets.
+    DragGrid(const std::vector<Monitor>& monitors, const Picture& picture, Size widget);
+    ~DragGrid();
+
+    /// Moves the shadow to a place of one of the monitors.
+    void show(const Place& place);
+
+private:
+    struct Sheet;
+
+    std::vector<std::unique_ptr<Sheet>> sheets_{};
+};
+
+}  // namespace tessary::desktop
