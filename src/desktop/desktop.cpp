@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <set>
+#include <tuple>
 #include <utility>
 
 #include "desktop/note.h"
@@ -55,10 +57,7 @@ Desktop::Desktop(Folders folders, std::function<void(const Command&)> chosen)
           redacted_ = locked;
           reload();
       }},
-      monitorWatch_{[this] {
-          const auto all = monitors();
-          for (const auto& [number, shown] : shown_) arrange(*shown, all);
-      }} {}
+      monitorWatch_{[this] { arrange(); }} {}
 
 Desktop::~Desktop() = default;
 
@@ -67,18 +66,17 @@ void Desktop::show(const std::vector<PlacedWidget>& widgets) {
         return std::ranges::find(widgets, shown.first, &PlacedWidget::number) == widgets.end();
     });
     if (names_.empty() && !widgets.empty()) askNames();
-    const auto all = monitors();
     for (const auto& widget : widgets) {
         auto& shown = shown_[widget.number];
         const bool isNew = !shown;
         if (isNew) shown = open(widget.number);
         const auto before = std::exchange(shown->placed, widget);
         if (before == widget) continue;
-        arrange(*shown, all);
         const auto name = names_.find(widget.kind);
         shown->window.setName(name == names_.end() ? shortName(widget.kind) : name->second);
         if (isNew || !looksTheSame(before, widget)) ask(shown);
     }
+    arrange();
 }
 
 std::shared_ptr<Desktop::Shown> Desktop::open(int number) {
@@ -97,11 +95,21 @@ std::shared_ptr<Desktop::Shown> Desktop::open(int number) {
     });
 }
 
-/// A widget whose monitor is gone waits for that to come back.
-void Desktop::arrange(Shown& shown, const std::vector<Monitor>& monitors) const {
-    const auto& place = shown.placed.place;
-    const auto found = place.monitor ? findMonitor(*place.monitor, monitors) : 0;
-    found ? shown.window.place(monitors[*found], place, shown.placed.family) : shown.window.leave();
+/// Puts the windows where they belong. A widget whose monitor is gone waits for that to come back.
+void Desktop::arrange() {
+    const auto all = monitors();
+    std::set<MonitorName> names;
+    for (const auto& [number, shown] : shown_)
+        if (const auto& name = shown->placed.place.monitor) names.insert(*name);
+    const auto matches = matchMonitors(names, all);
+    for (const auto& [number, shown] : shown_) {
+        const auto& [place, family] = std::tie(shown->placed.place, shown->placed.family);
+        const auto match = place.monitor ? matches.find(*place.monitor) : matches.end();
+        if (place.monitor && match == matches.end())
+            shown->window.leave();
+        else
+            shown->window.place(all[place.monitor ? match->second : 0], place, family);
+    }
 }
 
 void Desktop::reload() {

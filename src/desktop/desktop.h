@@ -48,7 +48,7 @@ private:
 
     std::shared_ptr<Shown> open(int number);
     void askNames();
-    void arrange(Shown& shown, const std::vector<Monitor>& monitors) const;
+    void arrange();
     void ask(const std::shared_ptr<Shown>& shown);
     void answered(const std::shared_ptr<Shown>& shown, const Reply& reply);
     void look();

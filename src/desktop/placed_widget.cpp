@@ -27,10 +27,15 @@ struct Spot {
 /// Where the widgets of a monitor lie, and those that no desktop has shown yet.
 std::vector<Spot> taken(const std::vector<PlacedWidget>& widgets, std::size_t monitor,
                         const std::vector<Monitor>& monitors) {
+    const auto matches = matchMonitors(monitorsOf(widgets), monitors);
+    const auto isThere = [&](const Place& place) {
+        const auto match = place.monitor ? matches.find(*place.monitor) : matches.end();
+        return !place.monitor || (match != matches.end() && match->second == monitor);
+    };
     std::vector<Spot> spots;
     for (const auto& widget : widgets) {
         const auto size = sizeOf(widget.family);
-        if (!widget.place.monitor || findMonitor(*widget.place.monitor, monitors) == monitor)
+        if (isThere(widget.place))
             spots.push_back({topLeft(widget.place, size, monitors[monitor].area), size});
     }
     return spots;
@@ -71,6 +76,13 @@ std::string shortName(const std::string& kind) {
 }
 
 bool takesPin(const std::string& kind) { return shortName(kind) != "alarms"; }
+
+std::set<MonitorName> monitorsOf(const std::vector<PlacedWidget>& widgets) {
+    std::set<MonitorName> names;
+    for (const auto& widget : widgets)
+        if (widget.place.monitor) names.insert(*widget.place.monitor);
+    return names;
+}
 
 Place freePlace(const std::vector<PlacedWidget>& widgets, Family family,
                 const std::vector<Monitor>& monitors) {

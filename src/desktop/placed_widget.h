@@ -37,6 +37,9 @@ std::string shortName(const std::string& kind);
 /// Whether a kind can be set to show one entity.
 bool takesPin(const std::string& kind);
 
+/// The names of the monitors that they are placed on.
+std::set<MonitorName> monitorsOf(const std::vector<PlacedWidget>& widgets);
+
 /// The first spot of a monitor's grid, column by column, where a widget lies within the work area
 /// and a step away from all others; on the first monitor that has one. Where none has, the first
 /// monitor's first spot. There has to be a monitor.

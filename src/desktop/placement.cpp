@@ -69,17 +69,23 @@ std::optional<Place> parsePlace(std::string_view text) {
     return Place{.x = *x, .y = *y};
 }
 
-std::optional<std::size_t> findMonitor(const MonitorName& name,
-                                       const std::vector<Monitor>& monitors) {
-    const auto isAlike = [&](const Monitor& monitor) {
-        return monitor.name && !name.model.empty() && monitor.name->maker == name.maker &&
-               monitor.name->model == name.model;
-    };
-    const auto isIt = [&](const Monitor& monitor) { return monitor.name == name; };
-    auto found = std::ranges::find_if(monitors, isIt);
-    if (found == monitors.end()) found = std::ranges::find_if(monitors, isAlike);
-    if (found == monitors.end()) return std::nullopt;
-    return static_cast<std::size_t>(found - monitors.begin());
+std::map<MonitorName, std::size_t> matchMonitors(const std::set<MonitorName>& names,
+                                                 const std::vector<Monitor>& monitors) {
+    std::map<MonitorName, std::size_t> matches;
+    std::map<MonitorName, std::size_t> others;  // in the order of their names, as the first
+    for (std::size_t i = 0; i < monitors.size(); ++i)
+        if (const auto& name = monitors[i].name)
+            (names.contains(*name) ? matches : others).emplace(*name, i);
+    for (const auto& name : names) {
+        if (matches.contains(name) || name.model.empty()) continue;
+        const auto alike = std::ranges::find_if(others, [&](const auto& other) {
+            return other.first.maker == name.maker && other.first.model == name.model;
+        });
+        if (alike == others.end()) continue;
+        matches.emplace(name, alike->second);
+        others.erase(alike);
+    }
+    return matches;
 }
 
 std::size_t monitorAt(Position point, const std::vector<Monitor>& monitors) {

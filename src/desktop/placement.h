@@ -10,7 +10,10 @@
 // Lengths are points, counted from the edges of the work area, the screen without its panels.
 #pragma once
 
+#include <compare>
+#include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,7 +33,7 @@ struct Size {
 /// What a monitor says of itself and where it is plugged in, each empty where that is unknown.
 struct MonitorName {
     std::string maker{}, model{}, connector{};
-    bool operator==(const MonitorName&) const = default;
+    auto operator<=>(const MonitorName&) const = default;
 };
 
 struct Monitor {
@@ -71,10 +74,10 @@ std::string describe(const Place& place);
 /// The place, of no monitor, that such a text describes; nothing where it is no such text.
 std::optional<Place> parsePlace(std::string_view text);
 
-/// Which of the monitors a name means: the one that has it, else one of the same maker and model,
-/// plugged in elsewhere.
-std::optional<std::size_t> findMonitor(const MonitorName& name,
-                                       const std::vector<Monitor>& monitors);
+/// Which of the monitors each name means, where it means one: the one that has it; else one of the
+/// same maker and model that is plugged in elsewhere and that no other name means.
+std::map<MonitorName, std::size_t> matchMonitors(const std::set<MonitorName>& names,
+                                                 const std::vector<Monitor>& monitors);
 
 /// Which of the monitors a point lies on, or is nearest to; there has to be one.
 std::size_t monitorAt(Position point, const std::vector<Monitor>& monitors);

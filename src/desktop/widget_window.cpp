@@ -188,8 +188,8 @@ struct WidgetWindow::Parts {
     /// Puts the window to a place of a monitor that there is.
     void goTo(const Place& where) {
         const auto all = monitors();
-        const auto found = where.monitor ? findMonitor(*where.monitor, all) : std::nullopt;
-        const auto& on = all[found.value_or(0)];
+        const auto found = std::ranges::find(all, where.monitor, &Monitor::name);
+        const auto& on = found == all.end() ? all.front() : *found;
         const auto [x, y] = topLeft(where, sizeOf(family), on.area);
         if (!layered) return gtk_window_move(window, on.origin.x + x, on.origin.y + y);
         setLayerMonitor(window, on.number);

@@ -37,14 +37,23 @@ const MonitorName left{"Dell Inc.", "U2720Q", "DP-1"}, right{"Dell Inc.", "U2720
 const MonitorName panel{"", "", "eDP-1"};
 const std::vector<Monitor> desk{{left, {0, 30}, {1000, 470}}, {right, {1000, 0}, {600, 500}, 1}};
 
-TEST(Placement, FindsTheMonitorThatWasMeant) {
-    EXPECT_EQ(findMonitor(left, desk), 0u);
-    EXPECT_EQ(findMonitor(right, desk), 1u);
-    EXPECT_EQ(findMonitor({"Dell Inc.", "U2720Q", "HDMI-1"}, desk), 0u);
-    for (const auto& gone : {panel, MonitorName{"LG", "U2720Q", "DP-1"}, MonitorName{}})
-        EXPECT_EQ(findMonitor(gone, desk), std::nullopt);
-    EXPECT_EQ(findMonitor(panel, {desk[0], {panel}}), 1u);
-    EXPECT_EQ(findMonitor({"", "", "eDP-2"}, {{panel}}), std::nullopt);
+// Each name as the number of a monitor, those of one row at once.
+TEST(Placement, FindsTheMonitorsThatWereMeant) {
+    const MonitorName third{left.maker, left.model, "DP-3"}, other{"LG", left.model, "DP-1"};
+    const auto match = [](const std::vector<MonitorName>& names, const std::vector<Monitor>& all) {
+        const auto found = matchMonitors({names.begin(), names.end()}, all);
+        std::string numbers;
+        for (const auto& name : names)
+            numbers += found.contains(name) ? std::to_string(found.at(name)) : "-";
+        return numbers;
+    };
+    EXPECT_EQ(match({left, right, panel}, desk), "01-");
+    EXPECT_EQ(match({third, other, {}}, desk), "0--");
+    EXPECT_EQ(match({left, third}, desk), "01");  // the one that is left of two of a kind
+    EXPECT_EQ(match({left, right}, {{third}}), "0-");
+    EXPECT_EQ(match({right, left}, {{third}, {right}}), "10");
+    EXPECT_EQ(match({panel}, {{}, {panel}}), "1");
+    EXPECT_EQ(match({{"", "", "eDP-2"}}, {{panel}}), "-");
 }
 
 TEST(Placement, DropsOntoTheMonitorUnderTheMiddle) {
@@ -61,7 +70,7 @@ TEST(Placement, DropsOntoTheMonitorUnderTheMiddle) {
 
 TEST(Placement, FillsTheMonitorsWithoutOverlap) {
     const auto areaOf = [](const PlacedWidget& widget) {
-        const auto& monitor = desk[*findMonitor(*widget.place.monitor, desk)];
+        const auto& monitor = desk[widget.place.monitor == left ? 0 : 1];
         const auto [x, y] = topLeft(widget.place, sizeOf(widget.family), monitor.area);
         return std::pair{Position{monitor.origin.x + x, monitor.origin.y + y},
                          sizeOf(widget.family)};
