@@ -16,6 +16,7 @@ namespace tessary::desktop {
 namespace {
 
 constexpr int mostScale = 4;
+constexpr double cornerRadius = 22;  // of a card, in points
 
 void makeDesktopWindow(GtkWindow* window) {
     gtk_window_set_type_hint(window, GDK_WINDOW_TYPE_HINT_DESKTOP);
@@ -37,6 +38,19 @@ bool openDisplay() {
     const bool opened = gtk_init_check(nullptr, nullptr);
     if (ours) g_unsetenv("GDK_GL");
     return opened;
+}
+
+/// The outline of a card, so far within its edge.
+void addCard(cairo_t* cairo, Size size, double inset) {
+    const double radius = cornerRadius - inset;
+    const double left = cornerRadius, right = size.width - left;
+    const double top = cornerRadius, bottom = size.height - top;
+    cairo_new_path(cairo);
+    cairo_arc(cairo, right, top, radius, -G_PI / 2, 0);
+    cairo_arc(cairo, right, bottom, radius, 0, G_PI / 2);
+    cairo_arc(cairo, left, bottom, radius, G_PI / 2, G_PI);
+    cairo_arc(cairo, left, top, radius, G_PI, 3 * G_PI / 2);
+    cairo_close_path(cairo);
 }
 
 /// A signal's handler that calls a function of the object behind its last argument.
@@ -62,8 +76,10 @@ struct WidgetWindow::Parts {
             makeDesktopWindow(window);
         }
         connect();
+        connectScreen();
     }
     ~Parts() {
+        g_signal_handlers_disconnect_by_data(gtk_widget_get_screen(widget), this);
         if (menu) g_object_unref(menu);
         gtk_widget_destroy(widget);
     }
@@ -98,6 +114,11 @@ struct WidgetWindow::Parts {
         for (const char* property : {"notify::has-toplevel-focus", "notify::focus-visible"})
             on(property, +static_cast<void (*)(GObject*, GParamSpec*, gpointer)>(focused));
     }
+    void connectScreen() {
+        const auto composited = [](gpointer self) { static_cast<Parts*>(self)->shape(); };
+        g_signal_connect_swapped(gtk_widget_get_screen(widget), "composited-changed",
+                                 G_CALLBACK(+static_cast<void (*)(gpointer)>(composited)), this);
+    }
     template <class Callback>
     void on(const char* signal, Callback callback) {
         g_signal_connect(widget, signal, G_CALLBACK(callback), this);
@@ -113,20 +134,26 @@ struct WidgetWindow::Parts {
     }
     /// A ring along the card's edge.
     void drawFocus(cairo_t* cairo) const {
-        constexpr double line = 3, radius = 22 - line / 2;
-        const auto [width, height] = sizeOf(family);
-        const double left = line / 2 + radius, right = width - left;
-        const double top = left, bottom = height - top;
+        constexpr double line = 3;
         cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
-        cairo_new_path(cairo);
-        cairo_arc(cairo, right, top, radius, -G_PI / 2, 0);
-        cairo_arc(cairo, right, bottom, radius, 0, G_PI / 2);
-        cairo_arc(cairo, left, bottom, radius, G_PI / 2, G_PI);
-        cairo_arc(cairo, left, top, radius, G_PI, 3 * G_PI / 2);
-        cairo_close_path(cairo);
+        addCard(cairo, sizeOf(family), line / 2);
         cairo_set_source_rgb(cairo, 0.2, 0.5, 1);
         cairo_set_line_width(cairo, line);
         cairo_stroke(cairo);
+    }
+    /// Where nothing is seen through, the window itself gets the card's corners.
+    void shape() {
+        if (gdk_screen_is_composited(gtk_widget_get_screen(widget)))
+            return gtk_widget_shape_combine_region(widget, nullptr);
+        const auto size = sizeOf(family);
+        const Surface mask{cairo_image_surface_create(CAIRO_FORMAT_A1, size.width, size.height)};
+        cairo_t* cairo = cairo_create(mask.get());
+        addCard(cairo, size, 0);
+        cairo_fill(cairo);
+        cairo_destroy(cairo);
+        cairo_region_t* region = gdk_cairo_region_create_from_surface(mask.get());
+        gtk_widget_shape_combine_region(widget, region);
+        cairo_region_destroy(region);
     }
 
     void press(GdkEvent* event) {
@@ -291,6 +318,7 @@ void WidgetWindow::place(const Monitor& monitor, const Place& place, Family fami
     auto& parts = *parts_;
     const auto [width, height] = sizeOf(parts.family = family);
     gtk_widget_set_size_request(parts.widget, width, height);
+    parts.shape();
     parts.monitor = monitor;
     parts.place = place;
     parts.place.monitor = monitor.name;
