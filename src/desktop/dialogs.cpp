@@ -1,6 +1,7 @@
 #include "desktop/dialogs.h"
 
 #include <algorithm>
+#include <malloc.h>
 #include <utility>
 
 namespace tessary::desktop {
@@ -9,27 +10,30 @@ Dialogs::Dialogs(Extension& extension, std::function<void(const Command&)> chose
     : extension_{extension}, chosen_{std::move(chosen)} {}
 
 void Dialogs::openGallery() {
-    if (!gallery_) {
-        const auto add = [this](const std::string& kind, Family family) {
-            chosen_({.action = Action::add, .kind = kind, .family = family});
-        };
-        gallery_ = std::make_unique<Gallery>(
-            extension_, Gallery::Events{.chosen = add, .closed = [this] { gallery_.reset(); }});
-    }
+    const auto add = [this](const std::string& kind, Family family) {
+        chosen_({.action = Action::add, .kind = kind, .family = family});
+    };
+    const auto closed = [this] {
+        gallery_.reset();
+        malloc_trim(0);  // the desktop will not need that much again for long
+    };
+    if (!gallery_) gallery_ = std::make_unique<Gallery>(extension_, Gallery::Events{add, closed});
     gallery_->present();
 }
 
 void Dialogs::openEditor(const PlacedWidget& widget) {
-    auto& editor = editors_[widget.number];
-    if (!editor) {
-        const auto number = widget.number;
-        const auto edit = [this, number](const std::string& pin) {
-            chosen_({.action = Action::edit, .number = number, .pin = pin});
-        };
-        editor = std::make_unique<Editor>(
-            extension_, widget.kind, widget.pin,
-            Editor::Events{.chosen = edit, .closed = [this, number] { editors_.erase(number); }});
-    }
+    const int number = widget.number;
+    const auto edit = [this, number](const std::string& pin) {
+        chosen_({.action = Action::edit, .number = number, .pin = pin});
+    };
+    const auto closed = [this, number] {
+        editors_.erase(number);
+        malloc_trim(0);
+    };
+    auto& editor = editors_[number];
+    if (!editor)
+        editor = std::make_unique<Editor>(extension_, widget.kind, widget.pin,
+                                          Editor::Events{edit, closed});
     editor->present();
 }
 
