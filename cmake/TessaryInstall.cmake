@@ -21,11 +21,10 @@ if(TESSARY_DESKTOP)
                                                            "${PROJECT_BINARY_DIR}")
   install(TARGETS tessary-widgets-desktop RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
   set(TESSARY_DESKTOP_DATA "${PROJECT_SOURCE_DIR}/data/desktop")
-  foreach(folder IN ITEMS "${CMAKE_INSTALL_DATADIR}/applications"
-                          "${CMAKE_INSTALL_SYSCONFDIR}/xdg/autostart")
-    install(FILES "${TESSARY_DESKTOP_DATA}/com.tessary.desktop.Widgets.desktop"
-            DESTINATION "${folder}")
-  endforeach()
+  install(FILES "${TESSARY_DESKTOP_DATA}/com.tessary.desktop.Widgets.desktop"
+          DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+  install(FILES "${TESSARY_DESKTOP_DATA}/autostart/com.tessary.desktop.Widgets.desktop"
+          DESTINATION "${CMAKE_INSTALL_SYSCONFDIR}/xdg/autostart")
   install(FILES "${TESSARY_DESKTOP_DATA}/tessary-widgets-desktop.service"
           DESTINATION lib/systemd/user)
 endif()

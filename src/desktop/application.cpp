@@ -43,6 +43,8 @@ public:
                         "the desktop that runs shows " + folders.container + ", --quit ends it"};
         switch (command.action) {
             case Action::start: return start(command);
+            case Action::gallery: return openGallery(command);
+            case Action::openEditor: return openEditor(command);
             case Action::reload: return tell([this] { desktop_->reload(); });
             case Action::quit: return tell([this] { quit(); });
             case Action::list:
@@ -95,6 +97,19 @@ private:
         if (!desktop_) return {.status = 1, .complaint = "no desktop runs"};
         what();
         return {};
+    }
+
+    Outcome openGallery(const Command& command) {
+        auto outcome = start(command);
+        if (desktop_) desktop_->openGallery();
+        return outcome;
+    }
+
+    Outcome openEditor(const Command& command) {
+        if (!desktop_) return tell([] {});
+        auto outcome = carryOut(command, widgets_, {});
+        if (outcome.status == 0) desktop_->openEditor(command.number);
+        return outcome;
     }
 
     Outcome change(const Command& command) {

@@ -14,7 +14,7 @@ namespace {
 
 /// The words as GLib's parser leaves them.
 struct Words {
-    gboolean list{}, json{}, reload{}, quit{}, help{}, version{};
+    gboolean list{}, json{}, gallery{}, reload{}, quit{}, help{}, version{};
     char *add{}, *remove{}, *edit{}, *family{}, *pin{}, *position{}, *container{}, *info{};
 
     Words() = default;
@@ -42,12 +42,14 @@ Context optionContext(Words& words) {
         flag("list", words.list, "Print the widgets on the desktop"),
         flag("json", words.json, "With --list: print them as JSON"),
         word("add", words.add, "Add a widget: alarms, alarm or metric", "WIDGET"),
-        word("edit", words.edit, "Change widget N: its --pin, its --family", "N"),
+        word("edit", words.edit,
+             "Change widget N: its --pin, --family or --position; without, choose a pin", "N"),
         word("remove", words.remove, "Remove widget N", "N"),
         word("family", words.family, "The size: small or medium", "FAMILY"),
         word("pin", words.pin, "The alarm or metric to show", "ID"),
         word("position", words.position,
              "Points from the left and the top, -X,-Y from the right and below", "X,Y"),
+        flag("gallery", words.gallery, "Choose widgets to add in a window"),
         flag("reload", words.reload, "Ask for all widgets anew"),
         flag("quit", words.quit, "End the desktop that runs"),
         word("container", words.container, "The folder that holds widgets/", "DIR"),
@@ -91,16 +93,21 @@ Place parsePosition(const char* word) {
 }
 
 Action parseAction(const Words& words) {
+    const bool changes = words.pin || words.family || words.position;
+    const auto editing = changes ? Action::edit : Action::openEditor;
     const std::pair<bool, Action> given[] = {
-        {words.help, Action::help},     {words.version, Action::version},
-        {words.list, Action::list},     {words.add, Action::add},
-        {words.remove, Action::remove}, {words.edit, Action::edit},
-        {words.reload, Action::reload}, {words.quit, Action::quit},
+        {words.help, Action::help},       {words.version, Action::version},
+        {words.list, Action::list},       {words.add, Action::add},
+        {words.remove, Action::remove},   {words.edit, editing},
+        {words.gallery, Action::gallery}, {words.reload, Action::reload},
+        {words.quit, Action::quit},
     };
     const auto count = std::ranges::count(given, true, &std::pair<bool, Action>::first);
     if (count > 1)
-        throw BadCall{"expected one of --list, --add, --remove, --edit, --reload and --quit, not " +
-                      std::to_string(count)};
+        throw BadCall{
+            "expected one of --list, --add, --remove, --edit, --gallery, --reload and "
+            "--quit, not " +
+            std::to_string(count)};
     const auto first = std::ranges::find(given, true, &std::pair<bool, Action>::first);
     return first == std::end(given) ? Action::start : first->second;
 }
@@ -115,8 +122,6 @@ void refuseStrayOptions(const Words& words, Action action) {
     refuse(words.position, edits, "--position", "--add or --edit");
     refuse(words.family, edits, "--family", "--add or --edit");
     refuse(words.pin, edits, "--pin", "--add or --edit");
-    if (action == Action::edit && !words.pin && !words.family && !words.position)
-        throw BadCall{"--edit: expected --pin, --family or --position with it"};
 }
 
 void understandWidget(const Words& words, Command& command) {
@@ -215,7 +220,8 @@ Outcome carryOut(const Command& command, std::vector<PlacedWidget>& widgets,
         widgets.erase(it);
         return {};
     }
-    if (command.pin && !takesPin(it->kind))
+    const bool isOfPin = command.pin || command.action == Action::openEditor;
+    if (isOfPin && !takesPin(it->kind))
         return {.status = 1,
                 .complaint = "widget " + std::to_string(command.number) + " shows no pin"};
     if (command.pin) it->pin = command.pin;

@@ -13,13 +13,26 @@
 
 namespace tessary::desktop {
 
-enum class Action { start, list, add, remove, edit, reload, quit, help, version };
+/// An edit that changes nothing by itself opens the editor.
+enum class Action {
+    start,
+    list,
+    add,
+    remove,
+    edit,
+    openEditor,
+    gallery,
+    reload,
+    quit,
+    help,
+    version
+};
 
 struct Command {
     Action action{Action::start};
     bool json{};                       ///< for list
     std::string kind{};                ///< for add
-    int number{};                      ///< for remove and edit
+    int number{};                      ///< for remove, edit and openEditor
     std::optional<Family> family{};    ///< for add and edit
     std::optional<std::string> pin{};  ///< for add and edit
     std::optional<Place> place{};      ///< likewise; one of no monitor leaves it to the desktop
@@ -44,8 +57,9 @@ struct Outcome {
     std::string complaint{};  ///< for standard error, without a line's end
 };
 
-/// Does what list, add, remove and edit ask for. Where it could not, the widgets are what they
-/// were. A new widget comes to the first of the monitors, without a place to a free spot.
+/// Does what list, add, remove and edit ask for; for openEditor, says whether there is a pin to
+/// choose. Where it could not, the widgets are what they were. A new widget comes to the first of
+/// the monitors, without a place to a free spot.
 Outcome carryOut(const Command& command, std::vector<PlacedWidget>& widgets,
                  const std::vector<Monitor>& monitors);
 

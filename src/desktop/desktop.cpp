@@ -45,12 +45,14 @@ struct Desktop::Shown {
     double askAt{never};
     bool asked{};  ///< an answer is under way,
     bool stale{};  ///< and will be of yesterday when it comes
+    bool asksDefault{};
 };
 
 Desktop::Desktop(Folders folders, std::function<void(const Command&)> chosen)
     : folders_{std::move(folders)},
       chosen_{std::move(chosen)},
       extension_{extensionCommand(options(folders_))},
+      dialogs_{extension_, chosen_},
       alarm_{[this] { look(); }},
       watch_{folders_.container, [this] { reload(); }},
       lock_{[this](bool locked) {
@@ -65,21 +67,28 @@ void Desktop::show(const std::vector<PlacedWidget>& widgets) {
     std::erase_if(shown_, [&](const auto& shown) {
         return std::ranges::find(widgets, shown.first, &PlacedWidget::number) == widgets.end();
     });
+    dialogs_.keep(widgets);
     if (names_.empty() && !widgets.empty()) askNames();
     for (const auto& widget : widgets) {
         auto& shown = shown_[widget.number];
         const bool isNew = !shown;
-        if (isNew) shown = open(widget.number);
+        if (isNew) shown = open(widget);
         const auto before = std::exchange(shown->placed, widget);
         if (before == widget) continue;
         const auto name = names_.find(widget.kind);
         shown->window.setName(name == names_.end() ? shortName(widget.kind) : name->second);
-        if (isNew || !looksTheSame(before, widget)) ask(shown);
+        if (isNew || !looksTheSame(before, widget)) {
+            ask(shown);
+            keepDefault(shown);
+        }
     }
     arrange();
 }
 
-std::shared_ptr<Desktop::Shown> Desktop::open(int number) {
+std::shared_ptr<Desktop::Shown> Desktop::open(const PlacedWidget& widget) {
+    const int number = widget.number;
+    std::function<void()> edit;
+    if (takesPin(widget.kind)) edit = [this, number] { openEditor(number); };
     return std::make_shared<Shown>(WidgetWindow::Events{
         .scaleChanged = [this, number] { ask(shown_.at(number)); },
         .moved =
@@ -90,7 +99,9 @@ std::shared_ptr<Desktop::Shown> Desktop::open(int number) {
             [this, number](Family family) {
                 chosen_({.action = Action::edit, .number = number, .family = family});
             },
+        .editChosen = edit,
         .removeChosen = [this, number] { chosen_({.action = Action::remove, .number = number}); },
+        .addChosen = [this] { openGallery(); },
         .quitChosen = [this] { chosen_({.action = Action::quit}); },
     });
 }
@@ -113,12 +124,22 @@ void Desktop::arrange() {
 }
 
 void Desktop::reload() {
-    for (const auto& [number, shown] : shown_) ask(shown);
+    for (const auto& [number, shown] : shown_) {
+        ask(shown);
+        keepDefault(shown);
+    }
+    dialogs_.reload();
+}
+
+void Desktop::openEditor(int number) {
+    const auto it = shown_.find(number);
+    if (it != shown_.end() && takesPin(it->second->placed.kind))
+        dialogs_.openEditor(it->second->placed);
 }
 
 void Desktop::askNames() {
     extension_.ask({.request = "list"}, [this](const Reply& reply) {
-        for (const auto& [kind, name] : reply.kinds) names_[kind] = name;
+        for (const auto& widget : reply.kinds) names_[widget.kind] = widget.displayName;
         for (const auto& [number, shown] : shown_)
             if (names_.contains(shown->placed.kind))
                 shown->window.setName(names_[shown->placed.kind]);
@@ -142,6 +163,23 @@ void Desktop::ask(const std::shared_ptr<Shown>& shown) {
     extension_.ask(request, [this, asked = std::weak_ptr{shown}](const Reply& reply) {
         if (const auto still = asked.lock()) answered(still, reply);
     });
+}
+
+/// Makes the default a widget's choice, so that it shows the same pin from then on. Where there is
+/// none yet, the files' next change may bring one.
+void Desktop::keepDefault(const std::shared_ptr<Shown>& shown) {
+    const auto& placed = shown->placed;
+    if (placed.pin || !takesPin(placed.kind) || std::exchange(shown->asksDefault, true)) return;
+    const auto answer = [this, asked = std::weak_ptr{shown}](const Reply& reply) {
+        const auto still = asked.lock();
+        if (!still) return;
+        still->asksDefault = false;
+        if (still->placed.pin || !reply.pins || !reply.pins->initial) return;
+        chosen_({.action = Action::edit,
+                 .number = still->placed.number,
+                 .pin = reply.pins->initial->id});
+    };
+    extension_.ask({.request = "pins", .widget = placed.kind}, answer);
 }
 
 void Desktop::answered(const std::shared_ptr<Shown>& shown, const Reply& reply) {

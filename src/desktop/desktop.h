@@ -14,6 +14,7 @@
 
 #include "desktop/command.h"
 #include "desktop/container_watch.h"
+#include "desktop/dialogs.h"
 #include "desktop/extension.h"
 #include "desktop/monitors.h"
 #include "desktop/placed_widget.h"
@@ -40,16 +41,24 @@ public:
     /// Shows these widgets and no others; those that stay keep their windows.
     void show(const std::vector<PlacedWidget>& widgets);
 
-    /// Asks for all widgets anew.
+    /// Asks for all widgets anew, and for what the gallery and the editors show.
     void reload();
+
+    /// Opens the window in which widgets are added.
+    void openGallery() { dialogs_.openGallery(); }
+
+    /// Opens the window in which that widget's pin is chosen; nothing where there is no such widget
+    /// or it shows no pin.
+    void openEditor(int number);
 
 private:
     struct Shown;
 
-    std::shared_ptr<Shown> open(int number);
+    std::shared_ptr<Shown> open(const PlacedWidget& widget);
     void askNames();
     void arrange();
     void ask(const std::shared_ptr<Shown>& shown);
+    void keepDefault(const std::shared_ptr<Shown>& shown);
     void answered(const std::shared_ptr<Shown>& shown, const Reply& reply);
     void look();
 
@@ -59,6 +68,7 @@ private:
     std::map<std::string, std::string> names_{};     ///< by kind
     bool redacted_{};
     Extension extension_;
+    Dialogs dialogs_;
     WallAlarm alarm_;
     ContainerWatch watch_;
     SessionLock lock_;

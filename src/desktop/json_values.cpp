@@ -8,10 +8,13 @@ JsonNode* member(JsonObject* object, const char* name) {
     return object ? json_object_get_member(object, name) : nullptr;
 }
 
+bool holds(JsonNode* node, GType type) {
+    return node && JSON_NODE_HOLDS_VALUE(node) && json_node_get_value_type(node) == type;
+}
+
 JsonNode* valueOf(JsonObject* object, const char* name, GType type) {
     const auto node = member(object, name);
-    return node && JSON_NODE_HOLDS_VALUE(node) && json_node_get_value_type(node) == type ? node
-                                                                                         : nullptr;
+    return holds(node, type) ? node : nullptr;
 }
 
 }  // namespace
@@ -60,6 +63,12 @@ JsonObject* object(JsonObject* object, const char* name) {
 JsonObject* objectAt(JsonArray* array, unsigned index) {
     const auto node = json_array_get_element(array, index);
     return JSON_NODE_HOLDS_OBJECT(node) ? json_node_get_object(node) : nullptr;
+}
+
+std::optional<std::string> textAt(JsonArray* array, unsigned index) {
+    const auto node = json_array_get_element(array, index);
+    return holds(node, G_TYPE_STRING) ? std::optional<std::string>{json_node_get_string(node)}
+                                      : std::nullopt;
 }
 
 std::string built(JsonBuilder* builder, bool pretty) {

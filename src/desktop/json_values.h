@@ -39,6 +39,7 @@ JsonArray* array(JsonObject* object, const char* name);
 JsonObject* object(JsonObject* object, const char* name);
 /// The object at a place of an array, or null.
 JsonObject* objectAt(JsonArray* array, unsigned index);
+std::optional<std::string> textAt(JsonArray* array, unsigned index);
 
 /// The text of what was built, which must be complete.
 std::string built(JsonBuilder* builder, bool pretty);

@@ -7,21 +7,26 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "desktop/placed_widget.h"
+
 namespace tessary::desktop {
 
 struct Request {
-    std::string request{};             ///< "list" or "timeline"
-    std::string widget{};              ///< a kind; what follows is for a timeline alone
+    std::string request{};             ///< "list", "pins", "snapshot" or "timeline"
+    std::string widget{};              ///< a kind, for all but list
+    std::vector<std::string> ids{};    ///< for pins: these, instead of what there is to choose from
     std::optional<std::string> pin{};  ///< without it the widget has its default
-    std::string family{};
+    std::string family{};              ///< as all that follows, for a snapshot or a timeline
     int scale{1};
     bool redacted{};
+    bool preview{};  ///< for a gallery, where sample content beats none
 };
 
 /// The bytes of a PNG file. Entries of a timeline that look alike share one.
@@ -36,19 +41,41 @@ struct Entry {
 
 struct Timeline {
     std::vector<Entry> entries{};
-    double after{};  ///< when to ask again
+    /// When to ask again; of a snapshot, never.
+    double after{std::numeric_limits<double>::infinity()};
 };
 
 struct WidgetKind {
     std::string kind{};
     std::string displayName{};
+    std::string description{};
+    std::vector<Family> families{};  ///< those of its families that a desktop has
+    bool configurable{};             ///< shows a pin that a user chooses
+    bool operator==(const WidgetKind&) const = default;
 };
 
-/// One of the three is there: an error, a timeline, or the kinds (of which there may be none).
+/// An alarm or a metric that a widget can be set to show; each text may be empty.
+struct Pin {
+    std::string id{};
+    std::string name{};
+    std::string detail{};
+    bool operator==(const Pin&) const = default;
+};
+
+struct Pins {
+    std::string type{};            ///< what a pin is called
+    std::optional<Pin> initial{};  ///< what a new widget takes; left out where ids were given
+    std::vector<Pin> pins{};
+    bool operator==(const Pins&) const = default;
+};
+
+/// One of the four is there: an error, a timeline (or a snapshot), pins, or the kinds (of which
+/// there may be none).
 struct Reply {
     std::int64_t id{};
     std::optional<std::string> error{};
     std::optional<Timeline> timeline{};
+    std::optional<Pins> pins{};
     std::vector<WidgetKind> kinds{};
 };
 

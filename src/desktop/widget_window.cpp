@@ -255,11 +255,14 @@ struct WidgetWindow::Parts {
         if (menu) g_object_unref(menu);
         menu = GTK_WIDGET(g_object_ref_sink(gtk_menu_new()));
         gtk_menu_attach_to_widget(GTK_MENU(menu), widget, nullptr);
+        if (events.editChosen) addItem("Edit Widget…", events.editChosen);
         const auto other = family == Family::small ? Family::medium : Family::small;
         addItem(other == Family::small ? "Small" : "Medium",
                 [chosen = events.familyChosen, other] { chosen(other); });
         addMonitors();
         addItem("Remove Widget", events.removeChosen);
+        gtk_menu_shell_append(GTK_MENU_SHELL(menu), gtk_separator_menu_item_new());
+        addItem("Add Widget…", events.addChosen);
         addItem("Quit", events.quitChosen);
         gtk_widget_show_all(menu);
         if (event) return gtk_menu_popup_at_pointer(GTK_MENU(menu), event);

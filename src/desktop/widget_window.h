@@ -25,12 +25,15 @@ bool openDisplay();
 
 class WidgetWindow {
 public:
-    /// What the window tells; each is called from the main loop and has to be there.
+    /// What the window tells; each is called from the main loop and has to be there, but for what a
+    /// widget without a pin leaves out.
     struct Events {
         std::function<void()> scaleChanged{};
         std::function<void(const Place&)> moved{};
         std::function<void(Family)> familyChosen{};
+        std::function<void()> editChosen{};  ///< left out where there is nothing to edit
         std::function<void()> removeChosen{};
+        std::function<void()> addChosen{};
         std::function<void()> quitChosen{};
     };
 

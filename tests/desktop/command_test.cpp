@@ -26,11 +26,11 @@ TEST(Command, NamesTheWordAtFaultAndWhatWasExpected) {
         --edit 1 --position 4,100001 | --position: '4,100001' is not X,Y in points from the edges
         --remove 0                | --remove: '0' is not a widget's number
         --remove 1x               | --remove: '1x' is not a widget's number
-        --edit 1                  | --edit: expected --pin, --family or --position with it
+        --gallery --family small  | --family: expected --add or --edit with it
         --edit 99999999999 --pin a | --edit: '99999999999' is not a widget's number
         --json                    | --json: expected --list with it
         --pin a                   | --pin: expected --add or --edit with it
-        --list --quit             | expected one of --list, --add, --remove, --edit, --reload and --quit, not 2
+        --list --quit             | expected one of --list, --add, --remove, --edit, --gallery, --reload and --quit, not 2
     )");
     for (const auto& row : rows) EXPECT_EQ(parseCall(words(row[0]), "/").fault, row[1]);
     EXPECT_EQ(parseCall({"--add", "alarm", "--pin", "\xff"}, "/").fault,
@@ -45,10 +45,24 @@ TEST(Command, TakesPathsFromTheCallersFolder) {
     EXPECT_EQ(call.command.info, "/i");
 }
 
+TEST(Command, OpensTheEditorWhereNothingIsToBeChanged) {
+    EXPECT_EQ(parseCall({"--gallery"}, "/").command.action, Action::gallery);
+    EXPECT_EQ(parseCall({"--edit", "2", "--pin="}, "/").command.action, Action::edit);
+    const auto open = parseCall({"--edit", "2"}, "/").command;
+    EXPECT_EQ(open.action, Action::openEditor);
+    std::vector<PlacedWidget> widgets{{.number = 2, .kind = *kindNamed("alarm")}};
+    const auto before = widgets;
+    EXPECT_EQ(carryOut(open, widgets, {}).status, 0);
+    EXPECT_EQ(widgets, before);
+    widgets[0].kind = *kindNamed("alarms");
+    EXPECT_EQ(carryOut(open, widgets, {}).complaint, "widget 2 shows no pin");
+    EXPECT_EQ(carryOut(open, widgets = {}, {}).complaint, "there is no widget 2");
+}
+
 TEST(Command, HelpNamesEveryOption) {
     for (const char* option :
          {"--list", "--json", "--add", "--remove", "--edit", "--pin", "--family", "--position",
-          "--reload", "--quit", "--container", "--info", "--help", "--version"})
+          "--gallery", "--reload", "--quit", "--container", "--info", "--help", "--version"})
         EXPECT_NE(helpText().find(option), std::string::npos) << option;
 }
 
