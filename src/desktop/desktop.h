@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "desktop/command.h"
-#include "desktop/container_watch.h"
 #include "desktop/extension.h"
+#include "desktop/path_watch.h"
 #include "desktop/placed_widget.h"
 #include "desktop/session_lock.h"
 #include "desktop/timers.h"
@@ -58,7 +58,8 @@ private:
     bool redacted_{};
     Extension extension_;
     WallAlarm alarm_;
-    ContainerWatch watch_;
+    PathWatch files_;
+    PathWatch zone_;
     SessionLock lock_;
 };
 

@@ -1,9 +1,9 @@
-#include "desktop/container_watch.h"
+#include "desktop/path_watch.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <filesystem>
+#include <deque>
 #include <glib-unix.h>
 #include <stdexcept>
 #include <string_view>
@@ -15,62 +15,113 @@ namespace tessary::desktop {
 
 namespace {
 
-constexpr std::chrono::milliseconds burst{30};
-constexpr unsigned comesOrGoes =
-    IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE | IN_DELETE_SELF | IN_MOVE_SELF | IN_ATTRIB;
-// A file that is made is of interest once it has been written.
-constexpr unsigned ofFiles = comesOrGoes | IN_CLOSE_WRITE | IN_ONLYDIR;
-constexpr unsigned ofFolders = comesOrGoes | IN_CREATE | IN_ONLYDIR;
+namespace fs = std::filesystem;
 
-/// How many folders are watched above the last: the container and where it lies.
+constexpr std::chrono::milliseconds burst{15};
+constexpr unsigned comesOrGoes =
+    IN_CREATE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE | IN_DELETE_SELF | IN_MOVE_SELF | IN_ATTRIB;
+
+/// How many folders are watched above the one that a file lies in.
 constexpr std::size_t above = 2;
+
+/// As many as Linux itself follows.
+constexpr int mostLinks = 40;
+
+bool fits(std::string_view wanted, std::string_view name) {
+    return wanted.starts_with('*') ? name.ends_with(wanted.substr(1)) : name == wanted;
+}
+
+/// A file that is made is of interest once it has been written; a link to one at once.
+bool isBeingMade(const fs::path& made) {
+    std::error_code error;
+    return fs::is_regular_file(fs::symlink_status(made, error)) &&
+           fs::hard_link_count(made, error) == 1;
+}
 
 }  // namespace
 
-ContainerWatch::ContainerWatch(const std::string& container, std::function<void()> changed)
-    : changed_{std::move(changed)}, queue_{inotify_init1(IN_NONBLOCK | IN_CLOEXEC)} {
+PathWatch::PathWatch(fs::path path, Events events)
+    : path_{std::move(path)},
+      events_{std::move(events)},
+      queue_{inotify_init1(IN_NONBLOCK | IN_CLOEXEC)} {
     if (queue_ < 0) throw std::runtime_error{"the system cannot watch files"};
-    std::filesystem::path folder;
-    for (const auto& name : std::filesystem::path{container} / "widgets")
-        if (!name.empty()) path_.push_back(folder /= name);
     const auto call = [](int, GIOCondition, gpointer self) -> gboolean {
-        static_cast<ContainerWatch*>(self)->takeEvents();
+        static_cast<PathWatch*>(self)->takeEvents();
         return G_SOURCE_CONTINUE;
     };
     source_ = g_unix_fd_add(queue_, G_IO_IN, call, this);
-    watchFolders();
+    watchAll();
 }
 
-ContainerWatch::~ContainerWatch() {
+PathWatch::~PathWatch() {
     g_source_remove(source_);
     close(queue_);
 }
 
-/// Watches the last folders of the path that exist; those watched before stay as they are, unless
-/// their place has been taken by others.
-void ContainerWatch::watchFolders() {
-    const auto before = std::exchange(nameWithin_, {});
-    std::size_t found = 0;
-    for (std::size_t i = path_.size(); i-- > 0 && (found == 0 || i + above + 1 >= path_.size());) {
-        const bool last = i + 1 == path_.size();
-        const int watch = inotify_add_watch(queue_, path_[i].c_str(), last ? ofFiles : ofFolders);
-        if (watch < 0) continue;
-        ++found;
-        nameWithin_[watch] = last ? "" : std::filesystem::path{path_[i + 1]}.filename().string();
+/// Folders watched before stay as they are, unless others have taken their place.
+void PathWatch::watchAll() {
+    const auto before = std::exchange(folders_, {});
+    watchWay(path_);
+    for (const auto& [watch, folder] : before)
+        if (!folders_.contains(watch)) inotify_rm_watch(queue_, watch);
+}
+
+/// Watches the last folders of the path, or the last that exists, and where links on it lie.
+void PathWatch::watchWay(const fs::path& path) {
+    std::deque<fs::path> ahead{path.begin(), path.end()};
+    fs::path here;  // exists, and has no links in it
+    std::error_code error;
+    for (int links = 0; !ahead.empty() && links <= mostLinks;) {
+        const auto name = ahead.front();
+        ahead.pop_front();
+        if (name.is_absolute() || name == "..") {
+            here = name == ".." ? here.parent_path() : name;
+            continue;
+        }
+        if (name.empty() || name == ".") continue;
+        const auto status = fs::symlink_status(here / name, error);
+        const bool isLink = fs::is_symlink(status);
+        if (ahead.size() <= above || isLink || !fs::exists(status))
+            watch(here, name, ahead.empty() ? comesOrGoes | IN_CLOSE_WRITE : comesOrGoes);
+        if (isLink) {
+            const auto target = fs::read_symlink(here / name, error);
+            ahead.insert(ahead.begin(), target.begin(), target.end());
+            ++links;
+        } else if (!fs::exists(status)) {
+            break;
+        } else {
+            here /= name;
+        }
     }
-    for (const auto& [watch, name] : before)
-        if (!nameWithin_.contains(watch)) inotify_rm_watch(queue_, watch);
+    const auto last = path.filename().native();
+    if (!last.starts_with('*')) return;
+    const auto isLinked = [&last](const fs::directory_entry& file) {
+        std::error_code unknown;
+        return fits(last, file.path().filename().native()) && file.is_symlink(unknown);
+    };
+    for (fs::directory_iterator at{path.parent_path(), error}, end; !error && at != end;
+         at.increment(error))
+        if (isLinked(*at)) watchWay(at->path());
 }
 
-bool ContainerWatch::matters(int watch, const char* name) const {
-    const auto known = nameWithin_.find(watch);
-    if (known == nameWithin_.end()) return false;
-    if (*name == '\0') return true;  // the folder itself
-    const std::string_view changed{name};
-    return known->second.empty() ? changed.ends_with(".json") : changed == known->second;
+void PathWatch::watch(const fs::path& folder, const std::string& name, unsigned events) {
+    // Two ways may lead to one folder, which has one watch.
+    const int watch = inotify_add_watch(queue_, folder.c_str(), events | IN_ONLYDIR | IN_MASK_ADD);
+    if (watch < 0) return;
+    folders_[watch].path = folder;
+    folders_[watch].names.push_back(name);
 }
 
-void ContainerWatch::takeEvents() {
+bool PathWatch::matters(int watch, unsigned events, const std::string& name) const {
+    const auto known = folders_.find(watch);
+    if (known == folders_.end()) return false;
+    if (name.empty()) return true;  // the folder itself
+    const auto& [path, names] = known->second;
+    return std::ranges::any_of(names, [&](const auto& wanted) { return fits(wanted, name); }) &&
+           !((events & IN_CREATE) != 0 && isBeingMade(path / name));
+}
+
+void PathWatch::takeEvents() {
     alignas(inotify_event) std::array<char, 4096> buffer;
     bool any = false;
     for (ssize_t size; (size = read(queue_, buffer.data(), buffer.size())) > 0;)
@@ -81,16 +132,17 @@ void ContainerWatch::takeEvents() {
             // A watch that is no more is told of after the reason, which has counted already.
             const bool overflow = (event.mask & IN_Q_OVERFLOW) != 0;
             const bool gone = (event.mask & IN_IGNORED) != 0;
-            any = any || overflow || (!gone && matters(event.wd, name));
+            any = any || overflow || (!gone && matters(event.wd, event.mask, name));
             at += sizeof event + event.len;
         }
     if (!any) return;
-    watchFolders();
+    watchAll();
     if (burst_.running()) return;
     burst_.start(burst, [this] {
-        watchFolders();  // a folder made while its parent was being looked at
-        changed_();
+        watchAll();  // a folder made while its parent was being looked at
+        events_.changed();
     });
+    if (events_.stirring) events_.stirring();
 }
 
 }  // namespace tessary::desktop

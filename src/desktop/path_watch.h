@@ -1,11 +1,14 @@
-// Sees when the files that the widgets read may have changed, without looking at them.
+// Sees when what lies at a path may have changed, without looking at it.
 //
-//     ContainerWatch watch{container, [] { askForNewTimelines(); }};
+//     PathWatch files{container + "/widgets/*.json", {.changed = [] { askForNewTimelines(); }}};
+//     PathWatch zone{"/etc/localtime", {.changed = [] { startAnew(); }}};
 //
-// A file written, replaced by a rename or removed in the container's folder `widgets` counts, and
-// so does that folder, or the container, being made, moved or removed. Nothing of it need exist.
+// A file written, replaced by a rename, linked or removed counts, and so do the folders that it
+// lies in, or where that lies, being made, moved or removed. Links are followed: one on the way
+// that is replaced counts, and so does the file that it leads to. Nothing of it need exist.
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <string>
@@ -15,25 +18,38 @@
 
 namespace tessary::desktop {
 
-class ContainerWatch {
+class PathWatch {
 public:
-    /// `changed` is called from GLib's main loop, once for a burst of changes. The container is an
-    /// absolute path. Throws std::runtime_error where the system has no watch to give.
-    ContainerWatch(const std::string& container, std::function<void()> changed);
-    ContainerWatch(const ContainerWatch&) = delete;
-    ContainerWatch& operator=(const ContainerWatch&) = delete;
-    ~ContainerWatch();
+    /// Both are called from GLib's main loop.
+    struct Events {
+        std::function<void()> stirring{};  ///< a burst of changes has begun; may be left out,
+        std::function<void()> changed{};   ///< and is over
+    };
+
+    /// The path is absolute; its last name may be `*` and what names there have to end with. Throws
+    /// std::runtime_error where the system has no watch to give.
+    PathWatch(std::filesystem::path path, Events events);
+    PathWatch(const PathWatch&) = delete;
+    PathWatch& operator=(const PathWatch&) = delete;
+    ~PathWatch();
 
 private:
-    void watchFolders();
-    void takeEvents();
-    bool matters(int watch, const char* name) const;
+    struct Folder {
+        std::filesystem::path path{};
+        std::vector<std::string> names{};  ///< what matters there
+    };
 
-    std::vector<std::string> path_{};  ///< from the root down to the folder `widgets`
-    std::function<void()> changed_{};
+    void watchAll();
+    void watchWay(const std::filesystem::path& path);
+    void watch(const std::filesystem::path& folder, const std::string& name, unsigned events);
+    void takeEvents();
+    bool matters(int watch, unsigned events, const std::string& name) const;
+
+    std::filesystem::path path_;
+    Events events_;
     int queue_{-1};
     unsigned source_{};
-    std::map<int, std::string> nameWithin_{};  ///< by watch: what matters there; empty for files
+    std::map<int, Folder> folders_{};  ///< by watch
     Timer burst_{};
 };
 
