@@ -1,6 +1,7 @@
 #include "desktop/desktop.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <set>
 #include <tuple>
@@ -15,6 +16,8 @@ namespace tessary::desktop {
 namespace {
 
 constexpr double never = std::numeric_limits<double>::infinity();
+// What the extension goes by from its start to its end, unless TZ names another zone.
+constexpr const char* zoneFile = "/etc/localtime";
 constexpr double afterError = 300;  // seconds until a widget that met an error is asked for again
 
 std::vector<std::string> options(const Desktop::Folders& folders) {
@@ -53,8 +56,19 @@ Desktop::Desktop(Folders folders, std::function<void(const Command&)> chosen)
       chosen_{std::move(chosen)},
       extension_{extensionCommand(options(folders_))},
       dialogs_{extension_, chosen_},
-      alarm_{[this] { look(); }},
-      watch_{folders_.container, [this] { reload(); }},
+      alarm_{{.due = [this] { look(); }, .clockSet = [this] { reload(), look(); }}},
+      files_{folders_.container + "/widgets/*.json",
+             {.stirring =
+                  [this] {
+                      if (!shown_.empty()) extension_.prepare();
+                  },
+              .changed = [this] { reload(); }}},
+      zone_{zoneFile,
+            {.changed =
+                 [this] {
+                     extension_.renew();
+                     reload();
+                 }}},
       lock_{[this](bool locked) {
           redacted_ = locked;
           reload();
@@ -202,10 +216,11 @@ void Desktop::look() {
     const double now = wallClock();
     double wake = never;
     for (const auto& [number, shown] : shown_) {
-        if (shown->askAt <= now) ask(shown);
+        if (!shown->asked && shown->askAt <= now) ask(shown);
         wake = std::min(wake, shown->look(now));
     }
-    alarm_.set(wake);
+    // What is asked for together is due milliseconds apart: one wake is enough for all of it.
+    alarm_.set(std::ceil(wake * 10) / 10);
 }
 
 }  // namespace tessary::desktop

@@ -13,10 +13,10 @@
 #include <vector>
 
 #include "desktop/command.h"
-#include "desktop/container_watch.h"
 #include "desktop/dialogs.h"
 #include "desktop/extension.h"
 #include "desktop/monitors.h"
+#include "desktop/path_watch.h"
 #include "desktop/placed_widget.h"
 #include "desktop/session_lock.h"
 #include "desktop/timers.h"
@@ -70,7 +70,8 @@ private:
     Extension extension_;
     Dialogs dialogs_;
     WallAlarm alarm_;
-    ContainerWatch watch_;
+    PathWatch files_;
+    PathWatch zone_;
     SessionLock lock_;
     MonitorWatch monitorWatch_;
 };

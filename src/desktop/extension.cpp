@@ -112,6 +112,18 @@ void Extension::ask(const Request& request, Answer answer) {
     if (waiting_.size() == 1) awaitReply();
 }
 
+void Extension::prepare() {
+    if (pause_.running()) return;
+    if (!run_) return start();
+    if (waiting_.empty()) awaitReply();  // for the idle time anew
+}
+
+void Extension::renew() {
+    if (!run_) return;
+    end();
+    if (!waiting_.empty()) start();
+}
+
 void Extension::start() {
     Fault fault;
     auto process = spawn(command_, fault);
@@ -161,7 +173,9 @@ void Extension::fail(const std::string& why) {
     const auto pause = pauseAfter(++failures_, patience_);
     note("the extension " + why + "; asking it again in " + std::to_string(pause.count() / 1000) +
          " s");
-    pause_.start(pause, [this] { start(); });
+    pause_.start(pause, [this] {
+        if (!waiting_.empty()) start();
+    });
 }
 
 void Extension::awaitReply() {

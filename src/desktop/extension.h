@@ -48,6 +48,13 @@ public:
     /// Questions are answered in order, never from within this call.
     void ask(const Request& request, Answer answer);
 
+    /// Starts a process if none runs, for questions that are about to come.
+    void prepare();
+
+    /// Has everything from now on answered by a new process, also what is still unanswered: for
+    /// when something changes that a process reads only at its start.
+    void renew();
+
     /// Whether a process runs.
     bool running() const { return run_ != nullptr; }
 

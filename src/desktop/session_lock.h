@@ -10,7 +10,8 @@ namespace tessary::desktop {
 
 class SessionLock {
 public:
-    /// `changed` is called from GLib's main loop each time the session is locked or unlocked.
+    /// `changed` is called from GLib's main loop each time the session is locked or unlocked, and
+    /// once it is known that it was locked from the start.
     explicit SessionLock(std::function<void(bool locked)> changed);
     SessionLock(const SessionLock&) = delete;
     SessionLock& operator=(const SessionLock&) = delete;

@@ -119,10 +119,36 @@ TEST_F(Stand, OneThatDiesUnaskedIsStartedForTheNextQuestion) {
     EXPECT_EQ(lines(".starts"), 2);
 }
 
+// A renewal asks another process for what is unanswered, without complaint; a preparation starts
+// one unless one runs.
+TEST_F(Stand, IsRenewedAndPrepared) {
+    std::ofstream{script_ + ".ends"}.flush();
+    Extension extension{command("hang good"), {.idle = 200ms, .reply = 60s, .firstPause = 60s}};
+    extension.renew();
+    EXPECT_FALSE(extension.running());
+    ask(extension, 2);
+    testing::internal::CaptureStderr();
+    extension.renew();
+    EXPECT_TRUE(until([&] { return answers_.size() == 2; }));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(answers_, numbers(2));
+    extension.renew();
+    EXPECT_FALSE(extension.running());
+    EXPECT_TRUE(until([&] { return lines(".ends") == 1; }));
+    for (int i = 0; i < 3; ++i) extension.prepare();
+    EXPECT_TRUE(extension.running());
+    ask(extension, 1);
+    EXPECT_TRUE(until([&] { return answers_.size() == 3; }));
+    EXPECT_TRUE(until([&] { return !extension.running(); }));
+    EXPECT_EQ(lines(".starts"), 3);
+}
+
+// One that nobody waits for is not tried again.
 TEST_F(Stand, OneThatIsNotInstalledIsFoundOnceItIs) {
     const std::string late = container_ / "late";
-    Extension extension{{late, "good"}, hasty};
+    Extension extension{{late, "good"}, hasty}, unasked{{late, "good"}, hasty};
     ask(extension, 2);
+    unasked.prepare();
     runFor(20ms);
     EXPECT_TRUE(answers_.empty());
     std::ofstream{late + ".new"} << "#!/bin/sh" << standIn;
@@ -130,6 +156,7 @@ TEST_F(Stand, OneThatIsNotInstalledIsFoundOnceItIs) {
     std::filesystem::rename(late + ".new", late);
     EXPECT_TRUE(until([&] { return answers_.size() == 2; }));
     EXPECT_EQ(answers_, numbers(2));
+    EXPECT_FALSE(unasked.running());
 }
 
 TEST(Extension, PausesDoubleUpToTheLongest) {
