@@ -14,6 +14,7 @@ import tempfile
 
 sys.dont_write_bytecode = True
 from screens import WaylandScreen, X11Screen, until  # noqa: E402
+from services import Logind, spoken  # noqa: E402
 
 SCREEN, PROGRAM, MAKE_SAMPLE = sys.argv[1:]
 FIRST, FIRST_NUMBER = (20, 20, 164, 164), (30, 80, 100, 50)
@@ -65,6 +66,10 @@ class Room:
         subprocess.check_call([MAKE_SAMPLE, made, "--state", state])
         (made / "widgets/alarms.json").rename(self.container / "widgets/alarms.json")
 
+    def spoken(self):
+        windows = spoken("tessary-widgets-desktop")
+        return windows.keys() == {"Alarms firing", "CloudWatch metric"} and windows
+
     def look(self, *part):
         return self.screen.picture().part(*part)
 
@@ -113,6 +118,18 @@ def survives_the_container(room):
     room.until_other(before, SECOND, "a widget without its data")
     away.rename(room.container)
     room.until_again(before, SECOND, "its data")
+
+
+def hides_while_locked(room, logind):
+    before = room.look(*SECOND)
+    text = until(room.spoken, "the widgets' names")["CloudWatch metric"]
+    assert text.startswith("orders-db CPU\nprod · us-east-1\n57.6%"), text
+    logind.lock(True)
+    room.until_other(before, SECOND, "the placeholder of a locked session")
+    text = room.spoken()["CloudWatch metric"]
+    assert text.startswith("CloudWatch metric\nHidden while locked"), text
+    logind.lock(False)
+    room.until_again(before, SECOND, "the widget of an unlocked session")
 
 
 def obeys_calls(room):
@@ -174,10 +191,12 @@ def starts_again(room):
 
 
 def story(room):
+    logind = Logind()
     without_a_desktop(room)
     room.start()
     shows_what_changes(room)
     survives_the_container(room)
+    hides_while_locked(room, logind)
     obeys_calls(room)
     obeys_the_pointer(room)
     starts_again(room)
