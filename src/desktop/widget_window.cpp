@@ -239,9 +239,11 @@ struct WidgetWindow::Parts {
         const Object<GAppInfo> program{scheme ? g_app_info_get_default_for_uri_scheme(scheme.get())
                                               : nullptr};
         Fault fault;
+        // Without a parent: on Wayland it would be exported, and a compositor ends whoever exports
+        // a layer surface.
         if (!program)
             complain("no program is installed that opens " + *entry.url);
-        else if (!gtk_show_uri_on_window(window, entry.url->c_str(), time, fault.out()))
+        else if (!gtk_show_uri_on_window(nullptr, entry.url->c_str(), time, fault.out()))
             complain(*entry.url + " cannot be opened: " + fault.message());
         else
             gtk_widget_set_tooltip_text(widget, nullptr);

@@ -1,7 +1,7 @@
-#!/usr/bin/env python3
-"""The desktop program from its start to its end, on the screen and the bus that it finds.
+#!/usr/bin/python3
+"""The desktop program from its start to its end, on a screen and a bus of the test's own.
 
-    xvfb-run -a -s "-screen 0 1000x500x24" dbus-run-session -- python3 desktop_test.py PROGRAM MAKE_SAMPLE
+    desktop_test.py X11 PROGRAM MAKE_SAMPLE      # or Wayland
 """
 
 import json
@@ -11,46 +11,16 @@ import signal
 import subprocess
 import sys
 import tempfile
-import time
 
-PROGRAM, MAKE_SAMPLE = sys.argv[1:]
-SCREEN = (1000, 500)
-SMALL, MEDIUM = (164, 164), (344, 164)
+sys.dont_write_bytecode = True
+from screens import WaylandScreen, X11Screen, until  # noqa: E402
+from services import Logind, spoken  # noqa: E402
 
-
-class Picture:
-    """What is on the screen, without a window manager and before a black ground."""
-
-    def __init__(self):
-        self.bytes = subprocess.check_output("import -window root -depth 8 rgb:-".split())
-        assert len(self.bytes) == SCREEN[0] * SCREEN[1] * 3
-
-    def part(self, x, y, width, height):
-        rows = range(y, y + height)
-        return b"".join(self.bytes[3 * (row * SCREEN[0] + x) :][: 3 * width] for row in rows)
-
-    def has_card(self, x, y, size):
-        """Something from edge to edge, round corners, and nothing beyond."""
-        width, height = size
-        edges = [
-            self.part(x, y + height // 2, 1, 1),
-            self.part(x + width - 1, y + height // 2, 1, 1),
-            self.part(x + width // 2, y, 1, 1),
-            self.part(x + width // 2, y + height - 1, 1, 1),
-        ]
-        corner = self.part(x, y, 3, 3) + self.part(x + width - 3, y + height - 3, 3, 3)
-        beyond = self.part(x - 8, y - 8, width + 16, 8) + self.part(x + width, y - 8, 8, height + 16)
-        return all(map(any, edges)) and not any(corner) and not any(beyond)
-
-
-def until(holds, what):
-    """Waits for something to be true, and returns it."""
-    end = time.monotonic() + 15
-    while time.monotonic() < end:
-        if found := holds():
-            return found
-        time.sleep(0.02)
-    raise AssertionError(f"never: {what}")
+SCREEN, PROGRAM, MAKE_SAMPLE = sys.argv[1:]
+FIRST, FIRST_NUMBER = (20, 20, 164, 164), (30, 80, 100, 50)
+SECOND = (20, 220, 344, 164)
+THIRD, THIRD_MEDIUM = (400, 20, 164, 164), (400, 20, 344, 164)
+TWO_WIDGETS = "1  alarms  small  20,20\n2  metric  medium  20,220\n"
 
 
 def call(*words):
@@ -60,111 +30,189 @@ def call(*words):
 
 def expect(words, status, output="", complaint=""):
     found = call(*words.split())
-    assert found == (status, output, complaint and f"tessary-widgets-desktop: {complaint}\n"), (
-        words,
-        found,
-    )
+    wanted = (status, output, complaint and f"tessary-widgets-desktop: {complaint}\n")
+    assert found == wanted, f"{words}: expected {wanted}, found {found}"
 
 
-def children(process):
-    tasks = pathlib.Path(f"/proc/{process.pid}/task").glob("*/children")
-    return [int(pid) for task in tasks for pid in task.read_text().split()]
+class Room:
+    """A screen and a user's folders, where the desktop is started and looked at."""
+
+    def __init__(self, folder, screen):
+        self.screen = screen
+        os.environ |= {"XDG_CONFIG_HOME": f"{folder}/config", "XDG_DATA_HOME": f"{folder}/data"}
+        os.environ |= {"XDG_DATA_DIRS": f"{folder}/none", "GSETTINGS_BACKEND": "memory"}
+        os.environ |= {"LC_ALL": "C.UTF-8"}
+        self.state = folder / "config/tessary-widgets/desktop.json"
+        self.container, self.complaints = folder / "container", folder / "complaints"
+        self.programs, self.opened = folder / "data/applications", folder / "opened"
+        subprocess.check_call([MAKE_SAMPLE, self.container])
+
+    def start(self):
+        with self.complaints.open("w") as log:
+            words = [PROGRAM, "--container", self.container]
+            self.desktop = self.screen.start(words, stderr=log)
+
+    def end(self):
+        assert self.desktop.wait(10) == 0
+        until(lambda: self.screen.picture().is_black(), "an empty screen")
+
+    def extensions(self):
+        tasks = pathlib.Path(f"/proc/{self.desktop.pid}/task").glob("*/children")
+        return [int(pid) for task in tasks for pid in task.read_text().split()]
+
+    def change_alarms(self, state):
+        """Replaces their file as the host application does, by a rename."""
+        made = self.container.with_name(state)
+        subprocess.check_call([MAKE_SAMPLE, made, "--state", state])
+        (made / "widgets/alarms.json").rename(self.container / "widgets/alarms.json")
+
+    def spoken(self):
+        windows = spoken("tessary-widgets-desktop")
+        return windows.keys() == {"Alarms firing", "CloudWatch metric"} and windows
+
+    def look(self, *part):
+        return self.screen.picture().part(*part)
+
+    def until_card(self, *card):
+        until(lambda: self.screen.picture().has_card(*card), f"a card at {card}")
+
+    def until_other(self, before, part, what):
+        return until(lambda: (now := self.look(*part)) != before and now, what)
+
+    def until_again(self, before, part, what):
+        until(lambda: self.look(*part) == before, what)
+
+    def until_noted(self, words):
+        until(lambda: words in self.complaints.read_text(), f"the note: {words}")
 
 
-def replace_files(container, state):
-    """Sets the files to a state as the host application does, each by a rename."""
-    made = container.parent / state
-    subprocess.check_call([MAKE_SAMPLE, made, "--state", state], stdout=subprocess.DEVNULL)
-    for file in (made / "widgets").iterdir():
-        os.replace(file, container / "widgets" / file.name)
-
-
-def start(container, complaints):
-    return subprocess.Popen([PROGRAM, "--container", container], stderr=complaints)
-
-
-def without_a_desktop(state_file):
+def without_a_desktop(room):
     expect("--list", 0)
     expect("--quit", 1, complaint="no desktop runs")
     expect("--add alarms", 0, "1\n")
     expect("--add metric --family medium", 0, "2\n")
     expect("--remove 3", 1, complaint="there is no widget 3")
     expect("--add", 2, complaint="Missing argument for --add, expected an option that --help names")
-    expect("--list", 0, "1  alarms  small  20,20\n2  metric  medium  20,220\n")
-    assert [w["number"] for w in json.loads(state_file.read_text())["widgets"]] == [1, 2]
+    expect("--list", 0, TWO_WIDGETS)
+    assert [w["number"] for w in json.loads(room.state.read_text())["widgets"]] == [1, 2]
 
 
-def shows_what_changes(desktop, container):
-    card = (20, 20, *SMALL)
-    until(lambda: Picture().has_card(20, 20, SMALL), "the first widget")
-    until(lambda: Picture().has_card(20, 220, MEDIUM), "the second widget")
-    firing = Picture().part(*card)
-    replace_files(container, "quiet")
-    quiet = until(lambda: (now := Picture().part(*card)) != firing and now, "quiet alarms")
-    killed = until(lambda: children(desktop), "an extension")
+def shows_what_changes(room):
+    room.until_card(*FIRST)
+    room.until_card(*SECOND)
+    firing = room.look(*FIRST_NUMBER)
+    room.change_alarms("quiet")
+    room.until_other(firing, FIRST_NUMBER, "the number of quiet alarms")
+    killed = until(room.extensions, "an extension")
     for pid in killed:
         os.kill(pid, signal.SIGKILL)
-    until(lambda: not children(desktop), "its end")
-    replace_files(container, "firing")
-    until(lambda: Picture().part(*card) != quiet, "firing alarms")
-    assert not set(children(desktop)) & set(killed)
+    until(lambda: not room.extensions(), "the extension's end")
+    room.change_alarms("firing")
+    room.until_again(firing, FIRST_NUMBER, "the number of firing alarms")
+    assert not set(room.extensions()) & set(killed)
 
 
-def obeys_calls(desktop, container, complaints, state_file):
+def survives_the_container(room):
+    before = room.look(*SECOND)
+    away = room.container.rename(room.container.with_name("away"))
+    room.until_other(before, SECOND, "a widget without its data")
+    away.rename(room.container)
+    room.until_again(before, SECOND, "its data")
+
+
+def hides_while_locked(room, logind):
+    before = room.look(*SECOND)
+    text = until(room.spoken, "the widgets' names")["CloudWatch metric"]
+    assert text.startswith("orders-db CPU\nprod · us-east-1\n57.6%"), text
+    logind.lock(True)
+    room.until_other(before, SECOND, "the placeholder of a locked session")
+    text = room.spoken()["CloudWatch metric"]
+    assert text.startswith("CloudWatch metric\nHidden while locked"), text
+    logind.lock(False)
+    room.until_again(before, SECOND, "the widget of an unlocked session")
+
+
+def obeys_calls(room):
     expect("", 0)  # runs already
-    expect("--container /elsewhere", 1, complaint=f"the desktop that runs shows {container}, --quit ends it")
+    elsewhere = f"the desktop that runs shows {room.container}, --quit ends it"
+    expect("--container /elsewhere", 1, complaint=elsewhere)
     expect("--add alarm --pin queue-age --position 400,20", 0, "3\n")
-    until(lambda: Picture().has_card(400, 20, SMALL), "the third widget")
+    room.until_card(*THIRD)
     expect("--edit 3 --family medium", 0)
-    until(lambda: Picture().has_card(400, 20, MEDIUM), "the third widget, larger")
-    before = Picture().part(400, 20, *MEDIUM)
+    room.until_card(*THIRD_MEDIUM)
+    before = room.look(*THIRD_MEDIUM)
     expect("--edit 3 --pin api-latency-p99", 0)
-    until(lambda: Picture().part(400, 20, *MEDIUM) != before, "another pin")
+    room.until_other(before, THIRD_MEDIUM, "another pin")
     expect("--reload", 0)
-    assert json.loads(call("--list", "--json")[1]) == json.loads(state_file.read_text())
-    subprocess.check_call("xdotool mousemove 100 100 click 1".split())
-    until(lambda: "no program is installed that opens tessary://" in complaints.read_text(), "a note")
-    until(lambda: not children(desktop), "the end of an extension that nobody asks")
-    assert desktop.poll() is None
-    # The menu's second entry, by the keyboard.
-    subprocess.check_call("xdotool mousemove 500 100 click 3 sleep 0.5 key Down Down Return".split())
-    until(lambda: not any(Picture().part(400, 20, *MEDIUM)), "the third widget's going")
-    expect("--list", 0, "1  alarms  small  20,20\n2  metric  medium  20,220\n")
+    assert json.loads(call("--list", "--json")[1]) == json.loads(room.state.read_text())
+
+
+def obeys_the_pointer(room):
+    room.screen.click(100, 100)
+    room.until_noted("no program is installed that opens tessary://alarms\n")
+    until(lambda: not room.extensions(), "the end of an extension that nobody asks")
+    before = room.look(510, 110, 20, 20)
+    room.screen.click(500, 100, button=3)
+    room.until_other(before, (510, 110, 20, 20), "the menu")
+    room.screen.click(540, 146)  # its second entry, Remove Widget
+    until(lambda: not any(room.look(*THIRD_MEDIUM)), "the third widget's going")
+    expect("--list", 0, TWO_WIDGETS)
     expect("--quit", 0)
-    assert desktop.wait(10) == 0
-    assert not any(Picture().bytes)
+    room.end()
 
 
-def starts_again(container, complaints, state_file):
-    with complaints.open("w") as log:
-        desktop = start(container, log)
-        until(lambda: Picture().has_card(20, 220, MEDIUM), "the second widget, again")
-        desktop.terminate()
-        assert desktop.wait(10) == 0
-    assert complaints.read_text() == ""
-    state_file.write_text("{")
-    aside = f"{state_file}.unreadable-1"
-    expect("--list", 0, complaint=f"{state_file} is unreadable and was set aside as {aside}")
+def install_a_program(room):
+    """One that writes down the links it is to open."""
+    script = room.opened.with_suffix(".sh")
+    script.write_text(f'#!/bin/sh\necho "$1" >>"{room.opened}"\n')
+    script.chmod(0o755)
+    entry = f"[Desktop Entry]\nType=Application\nName=Opener\nExec={script} %u\n"
+    room.programs.mkdir(parents=True)
+    (room.programs / "opener.desktop").write_text(f"{entry}MimeType=x-scheme-handler/tessary;\n")
+    defaults = "[Default Applications]\nx-scheme-handler/tessary=opener.desktop\n"
+    (room.programs / "mimeapps.list").write_text(defaults)
+
+
+def starts_again(room):
+    install_a_program(room)
+    room.start()
+    room.until_card(*FIRST)
+    room.until_card(*SECOND)
+    room.screen.click(100, 300)
+    link = "tessary://cloudwatch/metric?pin=orders-db%20CPU\n"
+    until(lambda: room.opened.exists() and room.opened.read_text() == link, f"opened: {link}")
+    room.desktop.terminate()
+    room.end()
+    assert (noted := room.complaints.read_text()) == "", noted
+    room.state.write_text("{")
+    aside = f"{room.state}.unreadable-1"
+    expect("--list", 0, complaint=f"{room.state} is unreadable and was set aside as {aside}")
     assert pathlib.Path(aside).read_text() == "{"
 
 
+def story(room):
+    logind = Logind()
+    without_a_desktop(room)
+    room.start()
+    shows_what_changes(room)
+    survives_the_container(room)
+    hides_while_locked(room, logind)
+    obeys_calls(room)
+    obeys_the_pointer(room)
+    starts_again(room)
+
+
 def main():
-    with tempfile.TemporaryDirectory() as name:
-        folder = pathlib.Path(name)
-        os.environ |= {"XDG_CONFIG_HOME": f"{folder}/config", "XDG_DATA_HOME": f"{folder}/data"}
-        os.environ |= {"XDG_DATA_DIRS": f"{folder}/none", "NO_AT_BRIDGE": "1", "LC_ALL": "C.UTF-8"}
-        state_file = folder / "config/tessary-widgets/desktop.json"
-        container, complaints = folder / "container", folder / "complaints"
-        subprocess.check_call([MAKE_SAMPLE, container], stdout=subprocess.DEVNULL)
-        without_a_desktop(state_file)
-        with complaints.open("w") as log:
-            desktop = start(container, log)
-            try:
-                shows_what_changes(desktop, container)
-                obeys_calls(desktop, container, complaints, state_file)
-            finally:
-                desktop.kill()
-        starts_again(container, complaints, state_file)
+    kind = {"X11": X11Screen, "Wayland": WaylandScreen}[SCREEN]
+    with tempfile.TemporaryDirectory() as name, kind(name) as screen:
+        room = Room(pathlib.Path(name), screen)
+        try:
+            story(room)
+        except BaseException:
+            last = tempfile.NamedTemporaryFile(suffix=".png", delete=False).name
+            screen.picture().save(last)
+            print(f"the last picture: {last}", room.complaints.read_text(), file=sys.stderr)
+            raise
 
 
 main()

@@ -1,0 +1,74 @@
+"""What the desktop's tests reach by the bus: a stand-in for logind, and what a screen reader reads."""
+
+import os
+import threading
+
+from gi.repository import Gio, GLib
+
+LOGIND = """<node>
+  <interface name="org.freedesktop.login1.Manager">
+    <method name="GetSession"><arg type="s" direction="in"/><arg type="o" direction="out"/></method>
+  </interface>
+  <interface name="org.freedesktop.login1.Session">
+    <property name="LockedHint" type="b" access="read"/>
+  </interface>
+</node>"""
+SESSION = "/org/freedesktop/login1/session/_37"
+
+
+def connect(address):
+    flags = Gio.DBusConnectionFlags
+    client = flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION
+    return Gio.DBusConnection.new_for_address_sync(address, client, None, None)
+
+
+class Logind:
+    """Knows one session, 37, whose lock it announces."""
+
+    def __init__(self):
+        self.locked = False
+        os.environ["XDG_SESSION_ID"] = "37"
+        self.bus = connect(os.environ["DBUS_SYSTEM_BUS_ADDRESS"])
+        manager, session = Gio.DBusNodeInfo.new_for_xml(LOGIND).interfaces
+        self.bus.register_object("/org/freedesktop/login1", manager, self.answer, None, None)
+        self.bus.register_object(SESSION, session, None, self.hint, None)
+        Gio.bus_own_name_on_connection(self.bus, "org.freedesktop.login1", 0, None, None)
+        threading.Thread(target=GLib.MainLoop().run, daemon=True).start()
+
+    @staticmethod
+    def answer(_bus, _sender, _path, _interface, _method, words, call):
+        if words.unpack() == ("37",):
+            call.return_value(GLib.Variant("(o)", (SESSION,)))
+        else:
+            call.return_dbus_error("org.freedesktop.login1.NoSuchSession", str(words))
+
+    def hint(self, *_):
+        return GLib.Variant("b", self.locked)
+
+    def lock(self, locked):
+        self.locked = locked
+        signal = "Lock" if locked else "Unlock"
+        self.bus.emit_signal(None, SESSION, "org.freedesktop.login1.Session", signal, None)
+
+
+def call(bus, name, path, interface, method, *words):
+    words = GLib.Variant(f"({'s' * len(words)})", words)
+    return bus.call_sync(name, path, interface, method, words, None, 0, 10_000, None).unpack()[0]
+
+
+def spoken(application):
+    """What a screen reader says of an application's windows: name -> description."""
+    session = connect(os.environ["DBUS_SESSION_BUS_ADDRESS"])
+    bus = connect(call(session, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"))
+    node = "org.a11y.atspi.Accessible"
+
+    def children(of):
+        return call(bus, *of, node, "GetChildren")
+
+    def read(of, fact):
+        return call(bus, *of, "org.freedesktop.DBus.Properties", "Get", node, fact)
+
+    all_applications = children(("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"))
+    found = [one for one in all_applications if read(one, "Name") == application]
+    windows = [window for one in found for window in children(one)]
+    return {read(window, "Name"): read(window, "Description") for window in windows}
