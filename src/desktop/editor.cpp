@@ -83,14 +83,11 @@ struct Editor::Parts {
         gtk_widget_show(placeholder);
         gtk_list_box_set_placeholder(list, placeholder);
         gtk_widget_set_no_show_all(more, TRUE);
-        const auto content = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
-        gtk_box_pack_start(GTK_BOX(content), GTK_WIDGET(list), TRUE, TRUE, 0);
-        gtk_box_pack_start(GTK_BOX(content), more, FALSE, FALSE, 6);
-        gtk_widget_set_margin_start(more, 10);
-        gtk_container_add(GTK_CONTAINER(scrolled), content);
+        gtk_container_add(GTK_CONTAINER(scrolled), GTK_WIDGET(list));
         gtk_scrolled_window_set_policy(scrolled, GTK_POLICY_NEVER, GTK_POLICY_AUTOMATIC);
         gtk_scrolled_window_set_shadow_type(scrolled, GTK_SHADOW_IN);
         dialog.add(GTK_WIDGET(scrolled), true);
+        dialog.add(more, false);
         on(list, "row-activated",
            [](GtkListBox*, GtkListBoxRow*, gpointer self) { static_cast<Parts*>(self)->choose(); });
         on(list, "row-selected", [](GtkListBox*, GtkListBoxRow*, gpointer self) {
@@ -148,6 +145,8 @@ struct Editor::Parts {
         found = pins;
         finder = PinSearch{found.pins};
         dialog.setTitle("Choose a " + found.type);
+        atk_object_set_name(gtk_widget_get_accessible(GTK_WIDGET(list)),
+                            shortened(found.type).c_str());
         if (!wanted && found.initial) wanted = found.initial->id;
         const auto focus = gtk_window_get_focus(GTK_WINDOW(dialog.widget()));
         const bool inList = focus && gtk_widget_is_ancestor(focus, GTK_WIDGET(list));
@@ -208,7 +207,7 @@ struct Editor::Parts {
     }
 
     /// Scrolls to the selected row.
-    void reveal() {
+    void reveal() const {
         GdkRectangle place{};
         const auto row = gtk_list_box_get_selected_row(list);
         if (!row) return;
