@@ -20,7 +20,8 @@ SCREEN, PROGRAM, MAKE_SAMPLE = sys.argv[1:]
 FIRST, FIRST_NUMBER = (20, 20, 164, 164), (30, 80, 100, 50)
 SECOND = (20, 220, 344, 164)
 THIRD, THIRD_MEDIUM = (400, 20, 164, 164), (400, 20, 344, 164)
-TWO_WIDGETS = "1  alarms  small  20,20\n2  metric  medium  20,220\n"
+DRAGGED = (516, 80, 344, 164)
+TWO_WIDGETS = "1  alarms  small  20,20\n2  metric  medium  20,220{}\n"
 
 
 def call(*words):
@@ -40,7 +41,7 @@ class Room:
     def __init__(self, folder, screen):
         self.screen = screen
         os.environ |= {"XDG_CONFIG_HOME": f"{folder}/config", "XDG_DATA_HOME": f"{folder}/data"}
-        os.environ |= {"XDG_DATA_DIRS": f"{folder}/none", "GSETTINGS_BACKEND": "memory"}
+        os.environ |= {"XDG_DATA_DIRS": "/usr/share", "GSETTINGS_BACKEND": "memory"}
         os.environ |= {"LC_ALL": "C.UTF-8"}
         self.state = folder / "config/tessary-widgets/desktop.json"
         self.container, self.complaints = folder / "container", folder / "complaints"
@@ -93,7 +94,7 @@ def without_a_desktop(room):
     expect("--add metric --family medium", 0, "2\n")
     expect("--remove 3", 1, complaint="there is no widget 3")
     expect("--add", 2, complaint="Missing argument for --add, expected an option that --help names")
-    expect("--list", 0, TWO_WIDGETS)
+    expect("--list", 0, TWO_WIDGETS.format(""))
     assert [w["number"] for w in json.loads(room.state.read_text())["widgets"]] == [1, 2]
 
 
@@ -147,16 +148,47 @@ def obeys_calls(room):
     assert json.loads(call("--list", "--json")[1]) == json.loads(room.state.read_text())
 
 
+def listed(room, words):
+    until(lambda: words in call("--list")[1], f"in the list: {words}")
+
+
+def opens_windows(room):
+    expect("--edit 1", 1, complaint="widget 1 shows no pin")
+    expect("--edit 3", 0)
+    room.screen.await_window("Choose a Pinned alarm")
+    room.screen.keys(*"prod", "space", *"queue", "Return")
+    listed(room, "3  alarm  medium  400,20  queue-age\n")
+    expect("--gallery", 0)
+    room.screen.await_window("Add a Widget")
+    room.screen.keys(*["Tab"] * 4, "Return")
+    listed(room, "\n4  metric  medium  ")
+    listed(room, "  orders-db CPU\n")
+    room.screen.keys("Escape")
+    expect("--remove 4", 0)
+    room.until_card(*THIRD_MEDIUM)
+
+
 def obeys_the_pointer(room):
     room.screen.click(100, 100)
     room.until_noted("no program is installed that opens tessary://alarms\n")
     until(lambda: not room.extensions(), "the end of an extension that nobody asks")
-    before = room.look(510, 110, 20, 20)
-    room.screen.click(500, 100, button=3)
-    room.until_other(before, (510, 110, 20, 20), "the menu")
-    room.screen.click(540, 146)  # its second entry, Remove Widget
-    until(lambda: not any(room.look(*THIRD_MEDIUM)), "the third widget's going")
-    expect("--list", 0, TWO_WIDGETS)
+    room.screen.drag(500, 100, 118, 63)
+    room.until_card(*DRAGGED)
+    listed(room, "3  alarm  medium  -140,80  queue-age\n")
+    before = room.look(630, 190, 20, 20)
+    room.screen.click(620, 180, button=3)
+    room.until_other(before, (630, 190, 20, 20), "the menu")
+    room.screen.keys("Down", "Down", "Down", "Return")  # Remove Widget
+    until(lambda: not any(room.look(*DRAGGED)), "the third widget's going")
+    expect("--list", 0, TWO_WIDGETS.format("  orders-db CPU"))
+
+
+def comes_back_with_its_monitor(room):
+    if room.screen.unplug(True):
+        until(lambda: room.screen.picture().is_black(), "an empty screen")
+        room.screen.unplug(False)
+        room.until_card(*FIRST)
+        room.until_card(*SECOND)
     expect("--quit", 0)
     room.end()
 
@@ -198,7 +230,9 @@ def story(room):
     survives_the_container(room)
     hides_while_locked(room, logind)
     obeys_calls(room)
+    opens_windows(room)
     obeys_the_pointer(room)
+    comes_back_with_its_monitor(room)
     starts_again(room)
 
 

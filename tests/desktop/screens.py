@@ -136,6 +136,15 @@ class X11Screen(Screen):
     def keys(self, *names):
         self.tell("key", *names)
 
+    def await_window(self, title):
+        self.tell("search", "--sync", "--onlyvisible", "--name", title, "windowfocus", "--sync")
+
+    def unplug(self, out):
+        # What xrandr cannot do after that, making the screen's size none, is of no interest.
+        words = ["xrandr", "--output", "screen", "--off" if out else "--auto"]
+        subprocess.run(words, stderr=subprocess.DEVNULL, check=False)
+        return True
+
     @staticmethod
     def tell(*words):
         subprocess.check_call(["xdotool", *words])
@@ -164,6 +173,8 @@ class WaylandScreen(Screen):
         settings |= {"WLR_LIBINPUT_NO_DEVICES": "1", "XDG_RUNTIME_DIR": folder, "HOME": folder}
         words = ["sway", "--config", config]
         self.start(words, rights, env=os.environ | settings, stderr=subprocess.DEVNULL)
+        until(lambda: [*folder.glob("sway-ipc.*")], "the compositor's other socket")
+        self.ipc = str([*folder.glob("sway-ipc.*")][0])
         socket = str(until(lambda: [*folder.glob("wayland-?")], "the compositor's socket")[0])
         os.environ |= {"WAYLAND_DISPLAY": socket, "GDK_BACKEND": "wayland"}
         devices = VirtualInput(socket, SIZE)
@@ -175,3 +186,11 @@ class WaylandScreen(Screen):
         head, size, depth, pixels = subprocess.check_output("grim -t ppm -".split()).split(b"\n", 3)
         assert (head, size, depth) == (b"P6", b"%d %d" % SIZE, b"255"), (head, size, depth)
         return Picture(pixels)
+
+    def await_window(self, title):
+        words = ["swaymsg", "--socket", self.ipc, "--raw", "--type", "get_tree"]
+        until(lambda: f'"name": "{title}"' in subprocess.check_output(words, text=True), title)
+
+    def unplug(self, _):
+        """This compositor cannot lose a monitor."""
+        return False
