@@ -44,7 +44,10 @@ public:
         switch (command.action) {
             case Action::start: return start(command);
             case Action::gallery: return openGallery(command);
-            case Action::openEditor: return openEditor(command);
+            case Action::openEditor:
+                return withWidget(command, [&] { desktop_->openEditor(command.number); });
+            case Action::openLink:
+                return withWidget(command, [&] { desktop_->openLink(command.number); });
             case Action::reload: return tell([this] { desktop_->reload(); });
             case Action::quit: return tell([this] { quit(); });
             case Action::list:
@@ -105,10 +108,11 @@ private:
         return outcome;
     }
 
-    Outcome openEditor(const Command& command) {
+    template <class Do>
+    Outcome withWidget(const Command& command, Do what) {
         if (!desktop_) return tell([] {});
-        auto outcome = carryOut(command, widgets_, {});
-        if (outcome.status == 0) desktop_->openEditor(command.number);
+        auto outcome = carryOut(command, widgets_, supposed);
+        if (outcome.status == 0) what();
         return outcome;
     }
 

@@ -15,13 +15,14 @@ namespace {
 /// The words as GLib's parser leaves them.
 struct Words {
     gboolean list{}, json{}, gallery{}, reload{}, quit{}, help{}, version{};
-    char *add{}, *remove{}, *edit{}, *family{}, *pin{}, *position{}, *container{}, *info{};
+    char *add{}, *remove{}, *edit{}, *open{}, *family{}, *pin{}, *position{}, *container{}, *info{};
 
     Words() = default;
     Words(const Words&) = delete;
     Words& operator=(const Words&) = delete;
     ~Words() {
-        for (char* word : {add, remove, edit, family, pin, position, container, info}) g_free(word);
+        for (char* word : {add, remove, edit, open, family, pin, position, container, info})
+            g_free(word);
     }
 };
 
@@ -44,6 +45,7 @@ Context optionContext(Words& words) {
         word("add", words.add, "Add a widget: alarms, alarm or metric", "WIDGET"),
         word("edit", words.edit,
              "Change widget N: its --pin, --family or --position; without, choose a pin", "N"),
+        word("open", words.open, "Open the link of widget N, as a click does", "N"),
         word("remove", words.remove, "Remove widget N", "N"),
         word("family", words.family, "The size: small or medium", "FAMILY"),
         word("pin", words.pin, "The alarm or metric to show", "ID"),
@@ -96,17 +98,17 @@ Action parseAction(const Words& words) {
     const bool changes = words.pin || words.family || words.position;
     const auto editing = changes ? Action::edit : Action::openEditor;
     const std::pair<bool, Action> given[] = {
-        {words.help, Action::help},       {words.version, Action::version},
-        {words.list, Action::list},       {words.add, Action::add},
-        {words.remove, Action::remove},   {words.edit, editing},
-        {words.gallery, Action::gallery}, {words.reload, Action::reload},
-        {words.quit, Action::quit},
+        {words.help, Action::help},     {words.version, Action::version},
+        {words.list, Action::list},     {words.add, Action::add},
+        {words.remove, Action::remove}, {words.edit, editing},
+        {words.open, Action::openLink}, {words.gallery, Action::gallery},
+        {words.reload, Action::reload}, {words.quit, Action::quit},
     };
     const auto count = std::ranges::count(given, true, &std::pair<bool, Action>::first);
     if (count > 1)
         throw BadCall{
-            "expected one of --list, --add, --remove, --edit, --gallery, --reload and "
-            "--quit, not " +
+            "expected one of --list, --add, --remove, --edit, --open, --gallery, "
+            "--reload and --quit, not " +
             std::to_string(count)};
     const auto first = std::ranges::find(given, true, &std::pair<bool, Action>::first);
     return first == std::end(given) ? Action::start : first->second;
@@ -141,6 +143,7 @@ void understandWidget(const Words& words, Command& command) {
     }
     if (words.position) command.place = parsePosition(words.position);
     if (words.remove) command.number = parseNumber("--remove", words.remove);
+    if (words.open) command.number = parseNumber("--open", words.open);
     if (words.edit) command.number = parseNumber("--edit", words.edit);
 }
 

@@ -21,6 +21,7 @@ enum class Action {
     remove,
     edit,
     openEditor,
+    openLink,
     gallery,
     reload,
     quit,
@@ -32,7 +33,7 @@ struct Command {
     Action action{Action::start};
     bool json{};                       ///< for list
     std::string kind{};                ///< for add
-    int number{};                      ///< for remove, edit and openEditor
+    int number{};                      ///< for remove, edit, openEditor, openLink
     std::optional<Family> family{};    ///< for add and edit
     std::optional<std::string> pin{};  ///< for add and edit
     std::optional<Place> place{};      ///< likewise; one of no monitor leaves it to the desktop
@@ -57,9 +58,9 @@ struct Outcome {
     std::string complaint{};  ///< for standard error, without a line's end
 };
 
-/// Does what list, add, remove and edit ask for; for openEditor, says whether there is a pin to
-/// choose. Where it could not, the widgets are what they were. A new widget comes to the first of
-/// the monitors, without a place to a free spot.
+/// Does what list, add, remove and edit ask for; for openEditor and openLink, says whether there is
+/// such a widget, and a pin to choose. Where it could not, the widgets are what they were. A new
+/// widget comes to the first of the monitors, without a place to a free spot.
 Outcome carryOut(const Command& command, std::vector<PlacedWidget>& widgets,
                  const std::vector<Monitor>& monitors);
 

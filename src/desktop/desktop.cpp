@@ -151,6 +151,11 @@ void Desktop::openEditor(int number) {
         dialogs_.openEditor(it->second->placed);
 }
 
+void Desktop::openLink(int number) const {
+    const auto it = shown_.find(number);
+    if (it != shown_.end()) it->second->window.openLink();
+}
+
 void Desktop::askNames() {
     extension_.ask({.request = "list"}, [this](const Reply& reply) {
         for (const auto& widget : reply.kinds) names_[widget.kind] = widget.displayName;

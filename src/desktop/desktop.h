@@ -51,6 +51,9 @@ public:
     /// or it shows no pin.
     void openEditor(int number);
 
+    /// Opens the link of what that widget shows, as a click on it does.
+    void openLink(int number) const;
+
 private:
     struct Shown;
 

@@ -354,4 +354,6 @@ void WidgetWindow::show(const Entry& entry) {
     if (*before.picture != *entry.picture) gtk_widget_queue_draw(parts_->widget);
 }
 
+void WidgetWindow::openLink() { parts_->open(GDK_CURRENT_TIME); }
+
 }  // namespace tessary::desktop

@@ -58,6 +58,9 @@ public:
     /// that is the same as before is not drawn again.
     void show(const Entry& entry);
 
+    /// Opens the link of the entry that is shown; nothing without one.
+    void openLink();
+
 private:
     struct Parts;
     std::unique_ptr<Parts> parts_;

@@ -25,12 +25,13 @@ TEST(Command, NamesTheWordAtFaultAndWhatWasExpected) {
         --add alarm --position --4,5 | --position: '--4,5' is not X,Y in points from the edges
         --edit 1 --position 4,100001 | --position: '4,100001' is not X,Y in points from the edges
         --remove 0                | --remove: '0' is not a widget's number
+        --open x                  | --open: 'x' is not a widget's number
         --remove 1x               | --remove: '1x' is not a widget's number
         --gallery --family small  | --family: expected --add or --edit with it
         --edit 99999999999 --pin a | --edit: '99999999999' is not a widget's number
         --json                    | --json: expected --list with it
         --pin a                   | --pin: expected --add or --edit with it
-        --list --quit             | expected one of --list, --add, --remove, --edit, --gallery, --reload and --quit, not 2
+        --list --quit             | expected one of --list, --add, --remove, --edit, --open, --gallery, --reload and --quit, not 2
     )");
     for (const auto& row : rows) EXPECT_EQ(parseCall(words(row[0]), "/").fault, row[1]);
     EXPECT_EQ(parseCall({"--add", "alarm", "--pin", "\xff"}, "/").fault,
@@ -60,9 +61,9 @@ TEST(Command, OpensTheEditorWhereNothingIsToBeChanged) {
 }
 
 TEST(Command, HelpNamesEveryOption) {
-    for (const char* option :
-         {"--list", "--json", "--add", "--remove", "--edit", "--pin", "--family", "--position",
-          "--gallery", "--reload", "--quit", "--container", "--info", "--help", "--version"})
+    for (const char* option : {"--list", "--json", "--add", "--remove", "--edit", "--open", "--pin",
+                               "--family", "--position", "--gallery", "--reload", "--quit",
+                               "--container", "--info", "--help", "--version"})
         EXPECT_NE(helpText().find(option), std::string::npos) << option;
 }
 

@@ -213,6 +213,9 @@ def starts_again(room):
     room.screen.click(100, 300)
     link = "tessary://cloudwatch/metric?pin=orders-db%20CPU\n"
     until(lambda: room.opened.exists() and room.opened.read_text() == link, f"opened: {link}")
+    expect("--open 1", 0)
+    link += "tessary://alarms\n"
+    until(lambda: room.opened.exists() and room.opened.read_text() == link, f"opened: {link}")
     room.desktop.terminate()
     room.end()
     assert (noted := room.complaints.read_text()) == "", noted
