@@ -7,6 +7,7 @@
 #     PREFIX/bin/tessary-widgets-desktop        # finds tessary-widgets beside itself
 #     PREFIX/share/applications/, PREFIX/etc/xdg/autostart/, PREFIX/lib/systemd/user/
 #                                               # which start it by its name, from the PATH
+#     PREFIX/share/icons/hicolor/scalable/apps/
 #     PREFIX/share/tessary-widgets/Info.plist
 #     PREFIX/share/tessary-widgets/schema/      # JSON Schemas, for writers of the files
 #
@@ -23,6 +24,8 @@ if(TESSARY_DESKTOP)
   set(TESSARY_DESKTOP_DATA "${PROJECT_SOURCE_DIR}/data/desktop")
   install(FILES "${TESSARY_DESKTOP_DATA}/com.tessary.desktop.Widgets.desktop"
           DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+  install(FILES "${TESSARY_DESKTOP_DATA}/com.tessary.desktop.Widgets.svg"
+          DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
   install(FILES "${TESSARY_DESKTOP_DATA}/autostart/com.tessary.desktop.Widgets.desktop"
           DESTINATION "${CMAKE_INSTALL_SYSCONFDIR}/xdg/autostart")
   install(FILES "${TESSARY_DESKTOP_DATA}/tessary-widgets-desktop.service"

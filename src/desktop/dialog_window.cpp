@@ -36,6 +36,7 @@ DialogWindow::DialogWindow(Size size, std::function<void()> closed) : closed_{st
     const auto area = monitors().front().area;
     gtk_window_set_default_size(GTK_WINDOW(window_), std::min(size.width, area.width),
                                 std::min(size.height, area.height - roomForFrame));
+    gtk_window_set_icon_name(GTK_WINDOW(window_), "com.tessary.desktop.Widgets");
     gtk_window_set_position(GTK_WINDOW(window_), GTK_WIN_POS_CENTER);
     gtk_container_set_border_width(GTK_CONTAINER(box_), margin);
     gtk_container_add(GTK_CONTAINER(window_), box_);
