@@ -18,6 +18,7 @@ namespace {
 constexpr double never = std::numeric_limits<double>::infinity();
 // What the extension goes by from its start to its end, unless TZ names another zone.
 constexpr const char* zoneFile = "/etc/localtime";
+constexpr std::chrono::milliseconds monitorsSettle{100};
 constexpr double afterError = 300;  // seconds until a widget that met an error is asked for again
 
 std::vector<std::string> options(const Desktop::Folders& folders) {
@@ -105,6 +106,7 @@ std::shared_ptr<Desktop::Shown> Desktop::open(const PlacedWidget& widget) {
     if (takesPin(widget.kind)) edit = [this, number] { openEditor(number); };
     return std::make_shared<Shown>(WidgetWindow::Events{
         .scaleChanged = [this, number] { ask(shown_.at(number)); },
+        .closed = [this] { arranging_.start(monitorsSettle, [this] { arrange(); }); },
         .moved =
             [this, number](const Place& place) {
                 chosen_({.action = Action::edit, .number = number, .place = place});

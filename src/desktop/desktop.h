@@ -77,6 +77,7 @@ private:
     PathWatch zone_;
     SessionLock lock_;
     MonitorWatch monitorWatch_;
+    Timer arranging_{};
 };
 
 }  // namespace tessary::desktop

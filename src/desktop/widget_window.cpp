@@ -80,7 +80,7 @@ struct WidgetWindow::Parts {
     }
     ~Parts() {
         g_signal_handlers_disconnect_by_data(gtk_widget_get_screen(widget), this);
-        if (menu) g_object_unref(menu);
+        if (menu) gtk_menu_popdown(GTK_MENU(menu)), g_object_unref(menu);
         gtk_widget_destroy(widget);
     }
     Parts(const Parts&) = delete;
@@ -182,9 +182,11 @@ struct WidgetWindow::Parts {
     }
 
     /// A widget goes by the menu or a command alone. But a layer surface is closed with its
-    /// monitor, and comes back with that.
+    /// monitor, which may be before or after the news of that.
     void close(GdkEvent*) {
-        if (layered) gtk_widget_hide(widget);
+        if (!layered) return;
+        gtk_widget_hide(widget);
+        events.closed();
     }
 
     gboolean type(const GdkEventKey* event) {

@@ -29,6 +29,7 @@ public:
     /// widget without a pin leaves out.
     struct Events {
         std::function<void()> scaleChanged{};
+        std::function<void()> closed{};  ///< by the compositor; to be placed again, or to leave
         std::function<void(const Place&)> moved{};
         std::function<void(Family)> familyChosen{};
         std::function<void()> editChosen{};  ///< left out where there is nothing to edit

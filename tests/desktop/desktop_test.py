@@ -46,6 +46,7 @@ class Room:
         self.state = folder / "config/tessary-widgets/desktop.json"
         self.container, self.complaints = folder / "container", folder / "complaints"
         self.programs, self.opened = folder / "data/applications", folder / "opened"
+        self.complaints.touch()
         subprocess.check_call([MAKE_SAMPLE, self.container])
 
     def start(self):

@@ -192,5 +192,5 @@ class WaylandScreen(Screen):
         until(lambda: f'"name": "{title}"' in subprocess.check_output(words, text=True), title)
 
     def unplug(self, _):
-        """This compositor cannot lose a monitor."""
+        """Without a graphics card, this compositor cannot lose a monitor."""
         return False
