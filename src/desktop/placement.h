@@ -10,12 +10,12 @@
 // Lengths are points, counted from the edges of the work area, the screen without its panels.
 #pragma once
 
-#include <compare>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace tessary::desktop {
@@ -33,7 +33,11 @@ struct Size {
 /// What a monitor says of itself and where it is plugged in, each empty where that is unknown.
 struct MonitorName {
     std::string maker{}, model{}, connector{};
-    auto operator<=>(const MonitorName&) const = default;
+    bool operator==(const MonitorName&) const = default;
+    bool operator<(const MonitorName& other) const {
+        return std::tie(maker, model, connector) <
+               std::tie(other.maker, other.model, other.connector);
+    }
 };
 
 struct Monitor {

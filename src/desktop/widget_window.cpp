@@ -54,7 +54,7 @@ void addCard(cairo_t* cairo, Size size, double inset) {
 }
 
 /// A signal's handler that calls a function of the object behind its last argument.
-template <class Self, class Event, void (Self::*handle)(Event*)>
+template <class Self, class Event, auto handle>
 gboolean handled(GtkWidget*, Event* event, gpointer self) {
     (static_cast<Self*>(self)->*handle)(event);
     return TRUE;
@@ -124,7 +124,7 @@ struct WidgetWindow::Parts {
         g_signal_connect(widget, signal, G_CALLBACK(callback), this);
     }
 
-    void draw(cairo_t* cairo) {
+    void draw(cairo_t* cairo) const {
         cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
         cairo_set_source_rgba(cairo, 0, 0, 0, 0);
         cairo_paint(cairo);
@@ -142,7 +142,7 @@ struct WidgetWindow::Parts {
         cairo_stroke(cairo);
     }
     /// Where nothing is seen through, the window itself gets the card's corners.
-    void shape() {
+    void shape() const {
         if (gdk_screen_is_composited(gtk_widget_get_screen(widget)))
             return gtk_widget_shape_combine_region(widget, nullptr);
         const auto size = sizeOf(family);
@@ -183,7 +183,7 @@ struct WidgetWindow::Parts {
 
     /// A widget goes by the menu or a command alone. But a layer surface is closed with its
     /// monitor, which may be before or after the news of that.
-    void close(GdkEvent*) {
+    void close(GdkEvent*) const {
         if (!layered) return;
         gtk_widget_hide(widget);
         events.closed();
@@ -203,7 +203,7 @@ struct WidgetWindow::Parts {
             default: return FALSE;
         }
     }
-    void step(int x, int y) {
+    void step(int x, int y) const {
         const auto [left, top] = corner();
         events.moved(dropPlace({left + x, top + y}, sizeOf(family), monitors()));
     }
@@ -215,7 +215,7 @@ struct WidgetWindow::Parts {
     }
 
     /// Puts the window to a place of a monitor that there is.
-    void goTo(const Place& where) {
+    void goTo(const Place& where) const {
         const auto all = monitors();
         const auto found = std::ranges::find(all, where.monitor, &Monitor::name);
         const auto& on = found == all.end() ? all.front() : *found;
