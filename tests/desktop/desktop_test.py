@@ -16,6 +16,7 @@ sys.dont_write_bytecode = True
 from screens import WaylandScreen, X11Screen, until  # noqa: E402
 from services import Logind, spoken  # noqa: E402
 
+SKIPPED = 77
 SCREEN, PROGRAM, MAKE_SAMPLE = sys.argv[1:]
 FIRST, FIRST_NUMBER = (20, 20, 164, 164), (30, 80, 100, 50)
 SECOND = (20, 220, 344, 164)
@@ -242,6 +243,9 @@ def story(room):
 
 def main():
     kind = {"X11": X11Screen, "Wayland": WaylandScreen}[SCREEN]
+    if not kind.is_possible():
+        print(f"skipped: no {SCREEN} screen is possible here")
+        sys.exit(SKIPPED)
     with tempfile.TemporaryDirectory() as name, kind(name) as screen:
         room = Room(pathlib.Path(name), screen)
         try:

@@ -116,6 +116,10 @@ class Screen:
 class X11Screen(Screen):
     """Xvfb, without a window manager."""
 
+    @staticmethod
+    def is_possible():
+        return True
+
     def open(self):
         reader, writer = os.pipe()
         words = f"Xvfb -screen 0 {WIDTH}x{HEIGHT}x24 -displayfd {writer}".split()
@@ -160,13 +164,22 @@ class WaylandScreen(Screen):
         default_border none
     """
 
+    @staticmethod
+    def rights():
+        """Those of another user than root, which sway refuses to be."""
+        return "" if os.geteuid() else f"--reuid={NOBODY} --regid={NOBODY} --clear-groups"
+
+    @classmethod
+    def is_possible(cls):
+        """Not where root can be no other user."""
+        return subprocess.call(f"setpriv --pdeathsig TERM {cls.rights()} true".split()) == 0
+
     def open(self):
         folder, config = self.folder / "compositor", self.folder / "sway.config"
         folder.mkdir(mode=0o700)
         config.write_text(self.CONFIG)
-        rights = ""
-        if os.geteuid() == 0:  # which sway refuses to be
-            rights = f"--reuid={NOBODY} --regid={NOBODY} --clear-groups"
+        rights = self.rights()
+        if rights:
             self.folder.chmod(0o711)
             shutil.chown(folder, NOBODY, NOBODY)
         settings = {"WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman"}
