@@ -49,5 +49,16 @@ function(tessary_test name)
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_precompile_headers(${name} REUSE_FROM tessary_test_headers)
   tessary_strict(${name})
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120)
+  gtest_discover_tests(
+    ${name}
+    WORKING_DIRECTORY "${PROJECT_BINARY_DIR}"
+    DISCOVERY_MODE PRE_TEST
+    PROPERTIES TIMEOUT 120)
+endfunction()
+
+# Tells a test where the built command is, and its version.
+function(tessary_program_paths name)
+  target_compile_definitions(${name} PRIVATE "TESSARY_PROGRAM=\"$<TARGET_FILE:tessary-widgets>\""
+                                             "TESSARY_VERSION=\"${PROJECT_VERSION}\"")
+  add_dependencies(${name} tessary-widgets)
 endfunction()

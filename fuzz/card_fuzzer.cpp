@@ -23,9 +23,9 @@
 #include "platform/drawing/png_encoder.h"
 #include "platform/drawing/svg_painter.h"
 #include "platform/drawing/text_painter.h"
-#include "platform/foundation/surroundings.h"
-#include "platform/foundation/text_equality.h"
 #include "platform/foundation/utf8.h"
+#include "platform/locale/text_equality.h"
+#include "platform/system/surroundings.h"
 #include "platform/views/layout.h"
 #include "shell/tessary_widgets.h"
 #include "snapshot/alarms_snapshot.h"
@@ -162,7 +162,7 @@ Expected expectedPin(const Case& asked) {
     if (nothingThere) return {"notPinned", {}};
     if (!asked.choice) return {"choose", {}};
     for (const auto& pin : file->pins)
-        if (foundation::canonicallyEqual(pin.id, asked.choice->id)) return {"pinned", linked(pin)};
+        if (locale::canonicallyEqual(pin.id, asked.choice->id)) return {"pinned", linked(pin)};
     return {"removed", {}};
 }
 
@@ -347,7 +347,7 @@ void fuzz(std::string_view bytes) {
     asked.bytes = choices.rest();
 
     container.put(asked.widget, asked.bytes);
-    const foundation::ScopedSurroundings fixed{
+    const system::ScopedSurroundings fixed{
         {.clock = [&] { return asked.now; },
          .information = [](std::string_view) { return "com.tessary.desktop"; },
          .container = [](std::string_view) { return container.root(); },

@@ -5,13 +5,13 @@
 
 #include "fuzzer.h"
 #include "memory_file.h"
-#include "platform/foundation/information_dictionary.h"
 #include "platform/foundation/utf8.h"
+#include "platform/system/information_dictionary.h"
 
 namespace tessary::fuzz {
 namespace {
 
-using foundation::InformationDictionary;
+using system::InformationDictionary;
 
 const std::string group = "TessaryAppGroup";
 

@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "fuzzer.h"
-#include "platform/foundation/surroundings.h"
 #include "platform/foundation/utf8.h"
+#include "platform/system/surroundings.h"
 #include "presentation/value_formatting.h"
 
 namespace tessary::fuzz {
@@ -125,13 +125,13 @@ void fuzz(std::string_view bytes) {
     const char* const locale = choices.oneOf(locales);
     const double first = choices.number();
     const double second = choices.number();
-    const foundation::ScopedSurroundings fixed{{.locale = {locale, "UTC"}}};
+    const system::ScopedSurroundings fixed{{.locale = {locale, "UTC"}}};
     checkNumber(first);
     checkOrder(first, second, {});
     for (const char* const unit : sizeUnits) checkSize(first, unit);
     checkUnknown(first, std::string{choices.rest()});
 
-    const foundation::ScopedSurroundings english{{.locale = {"en_US", "UTC"}}};
+    const system::ScopedSurroundings english{{.locale = {"en_US", "UTC"}}};
     for (const char* const unit : {"Bytes", "Kilobytes", "Megabytes", "Gigabytes"})
         if (fitsEveryUnit(first) && fitsEveryUnit(second)) checkOrder(first, second, unit);
 }

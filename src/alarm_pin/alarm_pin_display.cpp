@@ -1,11 +1,11 @@
 #include "alarm_pin/alarm_pin_display.h"
 
-#include "platform/foundation/localized.h"
+#include "platform/locale/localized.h"
 #include "presentation/palette.h"
 
 namespace tessary::alarm_pin {
 
-using foundation::localized;
+using locale::localized;
 using presentation::Palette;
 
 std::string stateText(const std::optional<std::string>& state) {

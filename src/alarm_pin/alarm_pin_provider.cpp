@@ -1,6 +1,6 @@
 #include "alarm_pin/alarm_pin_provider.h"
 
-#include "platform/foundation/surroundings.h"
+#include "platform/system/surroundings.h"
 
 namespace tessary::alarm_pin {
 
@@ -31,7 +31,7 @@ AlarmPinsSnapshot::Pin samplePin(Date now) {
 AlarmPinProvider::AlarmPinProvider() : PinProvider{AlarmPinPreviewData::alarm} {}
 
 Date AlarmPinPreviewData::now() {
-    static const Date date = foundation::surroundings().clock();
+    static const Date date = system::surroundings().clock();
     return date;
 }
 

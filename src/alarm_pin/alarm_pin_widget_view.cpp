@@ -1,8 +1,8 @@
 #include "alarm_pin/alarm_pin_widget_view.h"
 
 #include "pins/pin_presentation.h"
-#include "platform/foundation/localized.h"
 #include "platform/foundation/percent_encoding.h"
+#include "platform/locale/localized.h"
 #include "presentation/relative.h"
 #include "presentation/sparkline.h"
 #include "presentation/value_formatting.h"
@@ -10,8 +10,8 @@
 namespace tessary::alarm_pin {
 
 using namespace views;
-using foundation::localized;
 using foundation::percentEncoded;
+using locale::localized;
 using presentation::formatValue;
 using presentation::Palette;
 

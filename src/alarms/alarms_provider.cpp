@@ -1,13 +1,13 @@
 #include "alarms/alarms_provider.h"
 
-#include "platform/foundation/surroundings.h"
+#include "platform/system/surroundings.h"
 #include "platform/widgets/minute_timeline.h"
 #include "snapshot/snapshot_store.h"
 
 namespace tessary::alarms {
 
-using foundation::surroundings;
 using snapshot::SnapshotStore;
+using system::surroundings;
 using widgets::Timeline;
 
 namespace {

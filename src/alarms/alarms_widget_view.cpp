@@ -1,7 +1,7 @@
 #include "alarms/alarms_widget_view.h"
 
-#include "platform/foundation/localized.h"
-#include "platform/foundation/surroundings.h"
+#include "platform/locale/localized.h"
+#include "platform/system/surroundings.h"
 #include "presentation/locked_placeholder.h"
 #include "presentation/palette.h"
 #include "presentation/relative.h"
@@ -9,7 +9,7 @@
 namespace tessary::alarms {
 
 using namespace views;
-using foundation::localized;
+using locale::localized;
 using presentation::LockedPlaceholder;
 using presentation::Palette;
 using presentation::relative;
@@ -90,7 +90,7 @@ View Summary::checkmark() const {
 
 View Summary::count() const {
     const Color current = state.firing >= 1 ? Palette::danger : Palette::primary;
-    return Text(foundation::surroundings().locale.integer(state.firing))
+    return Text(system::surroundings().locale.integer(state.firing))
         .font(Font::system(44, Weight::semibold, FontDesign::rounded))
         .monospacedDigits()
         .foreground(state.stale ? Palette::tertiary : current)

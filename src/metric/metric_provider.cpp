@@ -1,6 +1,6 @@
 #include "metric/metric_provider.h"
 
-#include "platform/foundation/surroundings.h"
+#include "platform/system/surroundings.h"
 
 namespace tessary::metric {
 
@@ -26,7 +26,7 @@ MetricPinsSnapshot::Pin samplePin(Date now) {
 MetricProvider::MetricProvider() : PinProvider{MetricPreviewData::cpu} {}
 
 Date MetricPreviewData::now() {
-    static const Date date = foundation::surroundings().clock();
+    static const Date date = system::surroundings().clock();
     return date;
 }
 

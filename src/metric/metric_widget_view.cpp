@@ -1,15 +1,15 @@
 #include "metric/metric_widget_view.h"
 
 #include "pins/pin_presentation.h"
-#include "platform/foundation/localized.h"
 #include "platform/foundation/percent_encoding.h"
+#include "platform/locale/localized.h"
 #include "presentation/sparkline.h"
 #include "presentation/value_formatting.h"
 
 namespace tessary::metric {
 
 using namespace views;
-using foundation::localized;
+using locale::localized;
 using presentation::formatValue;
 using presentation::Palette;
 

@@ -12,7 +12,7 @@
 
 #include "platform/foundation/date.h"
 #include "platform/foundation/json_writing.h"
-#include "platform/foundation/text_equality.h"
+#include "platform/locale/text_equality.h"
 #include "snapshot/freshness.h"
 #include "snapshot/pins_snapshot.h"
 #include "snapshot/snapshot_store.h"
@@ -72,7 +72,7 @@ public:
         if (!pinID) return Case{Choose{}};
         const auto pin = std::find_if(
             snapshot->pins.begin(), snapshot->pins.end(),
-            [&](const auto& each) { return foundation::canonicallyEqual(each.id, *pinID); });
+            [&](const auto& each) { return locale::canonicallyEqual(each.id, *pinID); });
         if (pin == snapshot->pins.end()) return Case{Removed{}};
 
         const Date updated = Date::fromMilliseconds(snapshot->updatedMs);

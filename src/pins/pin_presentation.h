@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "pins/pin_display.h"
-#include "platform/foundation/localized.h"
+#include "platform/locale/localized.h"
 #include "platform/views/view.h"
 #include "presentation/locked_placeholder.h"
 #include "presentation/palette.h"
@@ -31,7 +31,7 @@ struct PinTexts {
 template <class Snapshot, class Layout>
 View pinContent(const PinDisplay<Snapshot>& display, const PinTexts& texts, const Layout& layout) {
     using presentation::PinMessage;
-    const std::string notPinned = foundation::localized("Not pinned");
+    const std::string notPinned = locale::localized("Not pinned");
     struct Content {
         const PinTexts& texts;
         const std::string& notPinnedTitle;

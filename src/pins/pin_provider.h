@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "pins/pin_display.h"
-#include "platform/foundation/surroundings.h"
 #include "platform/intents/entity.h"
+#include "platform/system/surroundings.h"
 #include "platform/widgets/minute_timeline.h"
 #include "platform/widgets/provider_context.h"
 
@@ -61,7 +61,7 @@ struct PinProvider {
     }
 
 private:
-    static Date currentTime() { return foundation::surroundings().clock(); }
+    static Date currentTime() { return system::surroundings().clock(); }
     static std::optional<Snapshot> readFile() {
         return supported(snapshot::SnapshotStore::read<Snapshot>(Snapshot::fileName));
     }

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "pins/pin_display.h"
-#include "platform/foundation/localized.h"
 #include "platform/intents/entity.h"
+#include "platform/locale/localized.h"
 #include "snapshot/snapshot_store.h"
 
 namespace tessary::pins {
@@ -16,7 +16,7 @@ namespace tessary::pins {
 using intents::AppEntity;
 
 /// What a pin is called that a widget names and the file no longer holds.
-inline std::string removedTitle() { return foundation::localized("Removed from Tessary"); }
+inline std::string removedTitle() { return locale::localized("Removed from Tessary"); }
 
 /// Lists and finds the pins of `Snapshot`'s file, in file order, repeated identifiers included.
 /// Reads the file afresh at each call; without a usable one there are no pins. `detail` says what
@@ -39,7 +39,7 @@ struct PinQuery {
         std::vector<AppEntity> result;
         for (const std::string& id : ids) {
             const auto found = std::find_if(pins.begin(), pins.end(), [&](const AppEntity& pin) {
-                return foundation::canonicallyEqual(pin.id, id);
+                return locale::canonicallyEqual(pin.id, id);
             });
             result.push_back(found != pins.end() ? *found : AppEntity{id, removedTitle(), ""});
         }

@@ -2,13 +2,13 @@
 
 #include <utility>
 
-#include "platform/foundation/localized.h"
+#include "platform/locale/localized.h"
 #include "presentation/pin_message.h"
 
 namespace tessary::presentation {
 
 using namespace views;
-using foundation::localized;
+using locale::localized;
 
 namespace {
 

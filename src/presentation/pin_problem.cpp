@@ -1,6 +1,6 @@
 #include "presentation/pin_problem.h"
 
-#include "platform/foundation/localized.h"
+#include "platform/locale/localized.h"
 #include "presentation/palette.h"
 #include "presentation/relative.h"
 #include "presentation/tight_label.h"
@@ -8,7 +8,7 @@
 namespace tessary::presentation {
 
 using namespace views;
-using foundation::localized;
+using locale::localized;
 
 View PinProblem::body() const {
     return notice()

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/foundation/surroundings.h"
+#include "platform/system/surroundings.h"
 
 namespace tessary::presentation {
 namespace {
@@ -75,7 +75,7 @@ std::string formatValue(double value, const std::optional<std::string>& unit) {
     const bool isKnown = rule != unitRules.end();
     const bool isSize = isKnown && rule->bytes > 0;
     const auto bytes = isSize ? truncated(value * rule->bytes) : std::nullopt;
-    if (bytes) return foundation::surroundings().locale.byteCount(*bytes).append(rule->suffix);
+    if (bytes) return system::surroundings().locale.byteCount(*bytes).append(rule->suffix);
     if (!isKnown || isSize) return compact(value) + " " + *unit;
     return compact(value).append(rule->suffix);
 }

@@ -6,12 +6,12 @@
 #include "alarms/alarms_widget_view.h"
 #include "metric/metric_provider.h"
 #include "metric/metric_widget_view.h"
-#include "platform/foundation/localized.h"
+#include "platform/locale/localized.h"
 
 namespace tessary::shell {
 
 using alarms::AlarmsEntry;
-using foundation::localized;
+using locale::localized;
 using widgets::WidgetFamily;
 
 namespace {

@@ -1,6 +1,6 @@
 #include "snapshot/reading.h"
 
-#include "platform/foundation/surroundings.h"
+#include "platform/system/surroundings.h"
 
 namespace tessary::snapshot {
 
@@ -20,7 +20,7 @@ std::filesystem::path pathOf(std::string_view name) {
 }
 
 AppGroup appGroup() {
-    std::optional<std::string> value = foundation::surroundings().information("TessaryAppGroup");
+    std::optional<std::string> value = system::surroundings().information("TessaryAppGroup");
     const AppGroup::Rule rule = ruleFor(value);
     return {std::move(value), rule};
 }
@@ -28,13 +28,13 @@ AppGroup appGroup() {
 Location locate(std::string_view name) {
     Location location{.group = appGroup()};
     if (location.group.rule != AppGroup::Rule::identifier) return location;
-    location.container = foundation::surroundings().container(*location.group.value);
+    location.container = system::surroundings().container(*location.group.value);
     if (location.container) location.file = *location.container / pathOf(name);
     return location;
 }
 
-foundation::FileContents readContents(const std::filesystem::path& file) {
-    return foundation::surroundings().read(file);
+system::FileContents readContents(const std::filesystem::path& file) {
+    return system::surroundings().read(file);
 }
 
 }  // namespace tessary::snapshot

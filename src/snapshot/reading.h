@@ -18,9 +18,9 @@
 #include <utility>
 #include <variant>
 
-#include "platform/foundation/files.h"
 #include "platform/foundation/json_decoding.h"
 #include "platform/foundation/named_cases.h"
+#include "platform/system/files.h"
 
 namespace tessary::snapshot {
 
@@ -59,11 +59,11 @@ struct Location {
 template <class Snapshot>
 struct Reading {
     Location location{};
-    std::optional<foundation::FileContents> contents{};
+    std::optional<system::FileContents> contents{};
     std::optional<foundation::Decoded<Snapshot>> decoded{};
 
     const std::string* bytes() const { return contents ? std::get_if<0>(&*contents) : nullptr; }
-    const foundation::FileFault* fileFault() const {
+    const system::FileFault* fileFault() const {
         return contents ? std::get_if<1>(&*contents) : nullptr;
     }
     const foundation::DecodingFault* decodingFault() const {
@@ -78,7 +78,7 @@ AppGroup appGroup();
 /// The place of "widgets/NAME.json" in the container of the group.
 Location locate(std::string_view name);
 
-foundation::FileContents readContents(const std::filesystem::path& file);
+system::FileContents readContents(const std::filesystem::path& file);
 
 /// Looks up the container, reads the file whole and decodes it; stops at the first that fails.
 /// Nothing is cached, and nothing is judged but that.

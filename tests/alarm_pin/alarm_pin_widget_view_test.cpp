@@ -8,7 +8,7 @@
 namespace tessary::alarm_pin {
 namespace {
 
-using foundation::ScopedSurroundings;
+using system::ScopedSurroundings;
 using Pin = AlarmPinsSnapshot::Pin;
 
 AlarmPinWidgetEntryView entryView(const AlarmPinDisplay::Case& display) {

@@ -8,7 +8,7 @@
 namespace tessary::alarms {
 namespace {
 
-using foundation::Surroundings;
+using system::Surroundings;
 
 /// A host whose clock goes on by `tick` each time it is asked, and that counts reads and answers.
 struct Host {
@@ -17,7 +17,7 @@ struct Host {
     double tick{};
     int reads{};
     int answers{};
-    foundation::ScopedSurroundings scope{surroundings()};
+    system::ScopedSurroundings scope{surroundings()};
 
     Surroundings surroundings() {
         Surroundings result = container.surroundings();

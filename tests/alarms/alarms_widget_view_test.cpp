@@ -9,7 +9,7 @@
 namespace tessary::alarms {
 namespace {
 
-using foundation::ScopedSurroundings;
+using system::ScopedSurroundings;
 using Watching = AlarmsDisplay::Watching;
 
 constexpr auto most = std::numeric_limits<std::int64_t>::max();
@@ -65,7 +65,7 @@ TEST(AlarmsWidgetView, ShrinksCountsToHalfTheirSizeInsideTheirColumn) {
 
                 const views::TextElement text = textAt(list, list.elements.size() - 1);
                 const bool huge = count == most || count == least;
-                EXPECT_EQ(text.text, foundation::surroundings().locale.integer(count));
+                EXPECT_EQ(text.text, system::surroundings().locale.integer(count));
                 expectShrunk(text, 0.5);
                 EXPECT_EQ(text.lines[0] == text.text, !huge) << text.text;
                 EXPECT_EQ(text.shrink < 0.9, huge || count == 1234567) << text.text;

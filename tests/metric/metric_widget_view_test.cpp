@@ -8,7 +8,7 @@
 namespace tessary::metric {
 namespace {
 
-using foundation::ScopedSurroundings;
+using system::ScopedSurroundings;
 using Pin = MetricPinsSnapshot::Pin;
 
 MetricWidgetEntryView entryView(const MetricDisplay::Case& display) { return {{shownAt, display}}; }

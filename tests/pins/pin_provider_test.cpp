@@ -9,7 +9,7 @@
 namespace tessary::pins {
 namespace {
 
-using foundation::ScopedSurroundings;
+using system::ScopedSurroundings;
 using Snapshot = snapshot::AlarmPinsSnapshot;
 using Display = PinDisplay<Snapshot>;
 using Provider = alarm_pin::AlarmPinProvider;
@@ -25,8 +25,8 @@ struct PinHost : testing::Test {
     int reads{};
     ScopedSurroundings scope{surroundings()};
 
-    foundation::Surroundings surroundings() {
-        foundation::Surroundings result = container.surroundings();
+    system::Surroundings surroundings() {
+        system::Surroundings result = container.surroundings();
         result.clock = [this] { return Date{std::exchange(time, time + tick)}; };
         result.container = [this](auto) { return ++reads, container / ""; };
         return result;

@@ -2,17 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/foundation/surroundings.h"
+#include "platform/system/surroundings.h"
 #include "presentation/relative.h"
 #include "support/golden.h"
 
 namespace tessary::presentation {
 
-using foundation::ScopedSurroundings;
+using system::ScopedSurroundings;
 
 TEST(ValueFormatting, ShortensNumbersAndWritesOnlySizesInTheUsersLocale) {
     expectTranscript("values.txt", [](const std::string& line) {
-        const auto asked = foundation::words(line);
+        const auto asked = words(line);
         const ScopedSurroundings fixed{{.locale = {asked.at(0), "UTC"}}};
         const double value = std::stod(asked.at(1));
         return formatValue(value, asked.size() > 2 ? std::optional{asked[2]} : std::nullopt);
@@ -23,7 +23,7 @@ TEST(ValueFormatting, ShortensNumbersAndWritesOnlySizesInTheUsersLocale) {
 
 TEST(Relative, SaysJustNowBelowAMinuteAndTheLocalesPhraseFromThenOn) {
     expectTranscript("ages.txt", [](const std::string& line) {
-        const auto asked = foundation::words(line);
+        const auto asked = words(line);
         const ScopedSurroundings fixed{{.locale = {asked.at(0), "UTC"}}};
         return relative({1731772800}, {1731772800 + std::stod(asked.at(1))});
     });

@@ -7,7 +7,7 @@
 namespace tessary::snapshot {
 namespace {
 
-using foundation::ScopedSurroundings;
+using system::ScopedSurroundings;
 
 std::string withVersion(const std::string& version) {
     std::string text = exampleAlarms;
@@ -15,8 +15,8 @@ std::string withVersion(const std::string& version) {
 }
 
 TEST(SnapshotStore, LooksInTheContainerOfTheGroupThatTheDictionaryNames) {
-    const foundation::TemporaryFolder data;
-    foundation::setVariable("XDG_DATA_HOME", data / "");
+    const TemporaryFolder data;
+    setVariable("XDG_DATA_HOME", data / "");
     // What the dictionary holds; whether that names a group; whether the group has a container.
     for (const auto& [value, group, file] : std::vector<std::tuple<const char*, bool, bool>>{
              {"TEAM.com.tessary.desktop", true, true},
@@ -42,8 +42,8 @@ TEST(SnapshotStore, LoadsWholeAlarmsFilesOfVersionsUpToOne) {
     const Container container;
     const ScopedSurroundings scope{container.surroundings()};
     for (const auto& [version, accepted] :
-         foundation::pairs("1=yes 0=yes -5=yes -9223372036854775808=yes 2=no 3=no "
-                           "9223372036854775807=no 2e0=no")) {
+         pairs("1=yes 0=yes -5=yes -9223372036854775808=yes 2=no 3=no "
+               "9223372036854775807=no 2e0=no")) {
         container.put("alarms", withVersion(version));
         EXPECT_EQ(SnapshotStore::loadAlarms().has_value(), accepted == "yes") << version;
     }

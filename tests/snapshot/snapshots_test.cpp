@@ -110,7 +110,7 @@ TYPED_TEST(SnapshotFile, NeedsEveryMemberInItsType) {
         const char kind = isNumber ? '.' : old.front();
         // Each value with the kinds of those that it can take the place of: texts, flags,
         // integers, numbers, lists, points.
-        for (const auto& pair : foundation::words(R"(
+        for (const auto& pair : words(R"(
                  true=t ""=" "x"=" -7=1. 7.0=1. 0=1. 42.0=1. -3e2=1. []=[ "1"=" [7]=- [null]=-
                  [{}]=- 7.5=. {}=- {"t":1,"v":42,"w":0}={ {"t":1.5,"v":2}=- {"T":1,"v":2}=-
                  9223372036854775807=1. 9223372036854775808=. 1e400=- "true"=" null=-)")) {

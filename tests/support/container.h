@@ -2,8 +2,8 @@
 // machine's.
 #pragma once
 
-#include "platform/foundation/fixtures.h"
-#include "platform/foundation/surroundings.h"
+#include "platform/system/surroundings.h"
+#include "support/fixtures.h"
 
 namespace tessary {
 
@@ -25,7 +25,7 @@ inline constexpr foundation::Date exampleUpdated{1731772800};
 inline constexpr foundation::Date exampleNow{1731772840};
 
 /// A group's container with the folder "widgets" in it; goes when the test does.
-class Container : public foundation::TemporaryFolder {
+class Container : public TemporaryFolder {
 public:
     Container() { std::filesystem::create_directory(*this / "widgets"); }
 
@@ -33,7 +33,7 @@ public:
         write("widgets/" + name + ".json", bytes);
     }
     /// Surroundings in which this is the container of the program's group.
-    foundation::Surroundings surroundings() const {
+    system::Surroundings surroundings() const {
         return {.clock = [] { return exampleNow; },
                 .information = [](auto) { return "A1.com.tessary.desktop"; },
                 .container = [root = *this / ""](auto) { return root; },

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "platform/foundation/fixtures.h"
+#include "support/fixtures.h"
 
 namespace tessary {
 
@@ -16,7 +16,7 @@ inline std::filesystem::path storedGolden(const std::string& name, const char* t
 inline void expectGolden(const std::string& name, const std::string& received,
                          const char* test = __builtin_FILE()) {
     const auto stored = storedGolden(name, test);
-    if (std::filesystem::exists(stored) && foundation::contents(stored) == received) return;
+    if (std::filesystem::exists(stored) && contents(stored) == received) return;
     const auto written = std::filesystem::temp_directory_path() / ("received-" + name);
     std::ofstream{written, std::ios::binary} << received;
     ADD_FAILURE() << "differs from what is stored; to look and to accept it:\n  diff " << stored
@@ -28,7 +28,7 @@ inline void expectGolden(const std::string& name, const std::string& received,
 template <class Answer>
 void expectTranscript(const std::string& name, const Answer& answer,
                       const char* test = __builtin_FILE()) {
-    std::istringstream stored{foundation::contents(storedGolden(name, test))};
+    std::istringstream stored{contents(storedGolden(name, test))};
     std::string received;
     int cases = 0;
     for (std::string line; std::getline(stored, line);) {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/drawing/pango_typesetter.h"
-#include "platform/foundation/surroundings.h"
+#include "platform/system/surroundings.h"
 #include "platform/views/even_typesetter.h"
 #include "platform/views/layout.h"
 #include "support/dump.h"
@@ -14,7 +14,7 @@
 namespace tessary {
 
 /// Surroundings for views: they have a locale, and whoever asks for more fails the test.
-inline foundation::Surroundings viewSurroundings(const std::string& locale = "en_US") {
+inline system::Surroundings viewSurroundings(const std::string& locale = "en_US") {
     return {.clock = [] { return ADD_FAILURE() << "read the clock", foundation::Date{}; },
             .information = [](auto) { return ADD_FAILURE() << "read the dictionary", ""; },
             .container = [](auto) { return ADD_FAILURE() << "looked for a file", ""; },

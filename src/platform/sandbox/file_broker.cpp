@@ -18,8 +18,8 @@
 
 namespace tessary::sandbox {
 
-using foundation::Descriptor;
-using foundation::FileFault;
+using system::Descriptor;
+using system::FileFault;
 
 namespace {
 
@@ -109,7 +109,7 @@ void closeAllBut(int channel) {
     enterSandbox({});
     while (const auto asked = receive(channel)) {
         const std::filesystem::path path{asked->text};
-        answer(channel, mayOpen(path) ? foundation::openFile(path) : refused(EPERM));
+        answer(channel, mayOpen(path) ? system::openFile(path) : refused(EPERM));
     }
     ::_exit(0);
 }
@@ -128,7 +128,7 @@ FileBroker::FileBroker(const std::function<bool(const std::filesystem::path&)>& 
     if (process == 0) serveFiles(theirs.number(), mayOpen);
 }
 
-foundation::FileContents FileBroker::read(const std::filesystem::path& path) {
+system::FileContents FileBroker::read(const std::filesystem::path& path) {
     if (path.empty()) return refused(ENOENT);
     if (path.native().size() > PATH_MAX) return refused(ENAMETOOLONG);
     const std::lock_guard turn{turn_};
@@ -137,7 +137,7 @@ foundation::FileContents FileBroker::read(const std::filesystem::path& path) {
     isGone_ = !answer;
     if (!answer) return FileFault{"the file broker is gone"};
     if (answer->file.number() < 0) return FileFault{answer->text};
-    return foundation::readFile(answer->file);
+    return system::readFile(answer->file);
 }
 
 }  // namespace tessary::sandbox

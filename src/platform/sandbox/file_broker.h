@@ -16,7 +16,7 @@
 #include <functional>
 #include <mutex>
 
-#include "platform/foundation/files.h"
+#include "platform/system/files.h"
 
 namespace tessary::sandbox {
 
@@ -27,16 +27,16 @@ public:
     /// started.
     explicit FileBroker(const std::function<bool(const std::filesystem::path&)>& mayOpen);
 
-    /// Reads as `foundation::readFile` does a file that the broker may open; for another, and when
+    /// Reads as `system::readFile` does a file that the broker may open; for another, and when
     /// the broker is gone, a fault. From any thread.
-    foundation::FileContents read(const std::filesystem::path& path);
+    system::FileContents read(const std::filesystem::path& path);
 
     /// Whether the process has ended, as far as reading has met it. No file can be read from then
     /// on, which is not to be taken for files that are gone.
     bool isGone() const { return isGone_; }
 
 private:
-    foundation::Descriptor channel_{};
+    system::Descriptor channel_{};
     std::mutex turn_{};
     std::atomic<bool> isGone_{};
 };

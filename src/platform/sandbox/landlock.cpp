@@ -6,12 +6,12 @@
 #include <system_error>
 #include <unistd.h>
 
-#include "platform/foundation/files.h"
 #include "platform/sandbox/doors.h"
+#include "platform/system/files.h"
 
 namespace tessary::sandbox {
 
-using foundation::Descriptor;
+using system::Descriptor;
 
 namespace {
 

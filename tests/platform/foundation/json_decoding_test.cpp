@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/foundation/fixtures.h"
 #include "platform/foundation/json_sample.h"
+#include "support/fixtures.h"
 #include "support/golden.h"
 
 namespace tessary::foundation {

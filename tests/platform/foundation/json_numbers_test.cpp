@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 
-#include "platform/foundation/fixtures.h"
+#include "support/fixtures.h"
 
 namespace tessary::foundation {
 

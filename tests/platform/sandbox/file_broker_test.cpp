@@ -5,18 +5,17 @@
 #include <sys/stat.h>
 #include <thread>
 
-#include "platform/foundation/fixtures.h"
 #include "platform/sandbox/confined.h"
 #include "platform/sandbox/sandbox.h"
+#include "support/fixtures.h"
 
 namespace tessary::sandbox {
 namespace {
 
 namespace fs = std::filesystem;
-using foundation::FileFault;
-using foundation::TemporaryFolder;
+using system::FileFault;
 
-std::string told(const foundation::FileContents& contents) {
+std::string told(const system::FileContents& contents) {
     const auto* fault = std::get_if<FileFault>(&contents);
     return fault != nullptr ? "(" + fault->reason + ")" : std::get<std::string>(contents);
 }

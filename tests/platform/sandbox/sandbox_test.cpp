@@ -13,13 +13,11 @@
 #include <sys/syscall.h>
 #include <thread>
 
-#include "platform/foundation/fixtures.h"
 #include "platform/sandbox/confined.h"
+#include "support/fixtures.h"
 
 namespace tessary::sandbox {
 namespace {
-
-using foundation::TemporaryFolder;
 
 /// The folder that a confined process may read, with a file in it, and one beside it that it may
 /// not.

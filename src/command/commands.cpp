@@ -1,0 +1,258 @@
+#include "command/commands.h"
+
+#include <algorithm>
+#include <exception>
+#include <iostream>
+#include <unistd.h>
+
+#include "command/check_report.h"
+#include "extension/descriptions.h"
+#include "extension/serve.h"
+#include "extension/widget_host.h"
+#include "extension/widget_lookup.h"
+#include "platform/foundation/json_writing.h"
+#include "platform/system/file_watch.h"
+#include "platform/system/output.h"
+
+namespace tessary::command {
+
+using foundation::Date;
+using foundation::JSONWriter;
+using foundation::name;
+using widgets::Timeline;
+using widgets::WidgetConfiguration;
+using widgets::WidgetEntry;
+
+namespace {
+
+constexpr int done = 0;
+constexpr int failed = 1;
+constexpr int wrongCall = 2;
+
+/// One line, whatever the words of the call hold that it names.
+int report(int status, std::string message) {
+    const auto isControl = [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; };
+    std::replace_if(message.begin(), message.end(), isControl, ' ');
+    std::cerr << "tessary-widgets: " << message << '\n';
+    return status;
+}
+
+int print(const std::string& text) {
+    const auto fault = system::writeStandardOutput(text);
+    return fault ? report(failed, *fault) : done;
+}
+
+std::string listAsJSON() {
+    JSONWriter json{JSONWriter::Style::indented};
+    json.object([&] { extension::describeBundle(json); });
+    return std::move(json).text() + "\n";
+}
+
+std::string listAsText(const std::vector<WidgetConfiguration>& widgets) {
+    std::string text;
+    for (const WidgetConfiguration& widget : widgets) {
+        std::string sizes;
+        for (const auto family : widget.families)
+            sizes += (sizes.empty() ? "" : ", ") + std::string{name(family)};
+        if (!text.empty()) text += '\n';
+        text += widget.displayName + "\n  " + widget.text + "\n  kind           " + widget.kind +
+                "\n  configuration  " +
+                (widget.intent ? "intent \"" + widget.intent->title + "\"" : "static") +
+                "\n  sizes          " + sizes + "\n";
+    }
+    return text;
+}
+
+std::string timelineAsJSON(const std::string& kind, widgets::Request request,
+                           const Timeline<WidgetEntry>& timeline) {
+    JSONWriter json{JSONWriter::Style::indented};
+    json.object([&] {
+        json.member("kind", kind).member("request", name(request));
+        json.key("entries").array([&] {
+            for (const WidgetEntry& entry : timeline.entries) {
+                json.object([&] {
+                    json.member("date", entry.date).key("display");
+                    entry.describe(json);
+                });
+            }
+        });
+        extension::describePolicy(json, timeline);
+    });
+    return std::move(json).text() + "\n";
+}
+
+/// One line an entry: when, and what its medium size says.
+std::string timelineAsText(const std::string& kind, const Timeline<WidgetEntry>& timeline) {
+    const locale::UserLocale& locale = system::surroundings().locale;
+    PictureOptions options;
+    options.family = widgets::WidgetFamily::systemMedium;
+    options.format = extension::PictureFormat::text;
+    std::string text;
+    for (const WidgetEntry& entry : timeline.entries) {
+        std::string said = picture(kind, entry, options);
+        said.pop_back();
+        text += locale.timestamp(entry.date) + "  ";
+        for (const char c : said) text += c == '\n' ? std::string{" | "} : std::string{c};
+        text += '\n';
+    }
+    if (timeline.policy)
+        text += "next timeline after " + locale.timestamp(timeline.policy->after) + "\n";
+    return text;
+}
+
+std::string entitiesAsText(const std::vector<intents::AppEntity>& entities) {
+    std::string text;
+    for (const intents::AppEntity& entity : entities) {
+        text +=
+            entity.id + "\t" + entity.name + (entity.detail.empty() ? "" : "\t" + entity.detail);
+        text += '\n';
+    }
+    return text;
+}
+
+std::string pinsAsJSON(const intents::WidgetConfigurationIntent& intent,
+                       const std::vector<std::string>& ids) {
+    JSONWriter json{JSONWriter::Style::indented};
+    json.object([&] { extension::describePins(json, intent, ids); });
+    return std::move(json).text() + "\n";
+}
+
+struct Runner {
+    int operator()(const Information& information) const { return print(information.text); }
+    int operator()(const UsageFault& fault) const { return report(wrongCall, fault.message); }
+
+    int operator()(const ListCommand& command) const {
+        return print(command.json ? listAsJSON() : listAsText(shell::TessaryWidgets{}.body()));
+    }
+
+    int operator()(const ServeCommand& command) const {
+        const auto fault = serve(command);
+        return fault ? report(failed, *fault) : done;
+    }
+
+    int operator()(const TimelineCommand& command) const {
+        return answered(
+            command.widget, command.request, {},
+            [&](const std::string& kind, const Timeline<WidgetEntry>& timeline) {
+                return print(command.json ? timelineAsJSON(kind, command.request.request, timeline)
+                                          : timelineAsText(kind, timeline));
+            });
+    }
+
+    int operator()(const PinsCommand& command) const {
+        const auto widget = extension::findWidget(command.widget);
+        if (!widget || !widget->intent)
+            return report(
+                wrongCall,
+                "'" + command.widget +
+                    "' is no widget of a pin: expected alarm, metric, or a kind identifier");
+        const system::ScopedSurroundings scope{extension::surroundingsFor(command.request)};
+        const intents::WidgetConfigurationIntent& intent = *widget->intent;
+        if (command.json) return print(pinsAsJSON(intent, command.ids));
+        return print(entitiesAsText(command.ids.empty() ? intent.suggestedEntities()
+                                                        : intent.entities(command.ids)));
+    }
+
+    int operator()(const RenderCommand& command) const {
+        const PictureOptions& options = command.picture;
+        if (!options.output && extension::isPicture(options.format) && isatty(STDOUT_FILENO) != 0)
+            return report(wrongCall, "a picture is not for a terminal: name a file with --output");
+        return answered(command.widget, command.request, options.family,
+                        [&](const std::string& kind, const Timeline<WidgetEntry>& timeline) {
+                            return rendered(kind, timeline, options);
+                        });
+    }
+
+    int operator()(const CheckCommand& command) const {
+        const system::ScopedSurroundings scope{extension::surroundingsFor(command.request)};
+        if (command.watch) return checkedOnEachChange(command);
+        const Inspection found = inspected(command.request);
+        const int status = told(found, command);
+        return status == done ? exitStatus(found) : status;
+    }
+
+private:
+    static Inspection inspected(const RequestOptions& options) {
+        Inspection found = inspect();
+        found.groupAssumed = options.container && !options.info;
+        return found;
+    }
+
+    /// In a stream of objects each takes one line.
+    static int told(const Inspection& found, const CheckCommand& command) {
+        using Style = JSONWriter::Style;
+        if (command.json)
+            return print(asJSON(found, command.watch ? Style::compact : Style::indented));
+        return print(asText(found, system::surroundings().locale));
+    }
+
+    /// The three files and the dictionary, as far as they have a place now.
+    static std::vector<std::filesystem::path> watchedFiles(const RequestOptions& options) {
+        std::vector<std::filesystem::path> files;
+        for (const std::string_view name : snapshot::fileNames)
+            if (auto file = snapshot::locate(name).file; !file.empty()) files.push_back(file);
+        if (options.info) files.push_back(*options.info);
+        return files;
+    }
+
+    static int checkedOnEachChange(const CheckCommand& command) {
+        system::heedEndSignals();
+        std::optional<Inspection> last;
+        for (system::Woken woken = system::Woken::change; woken == system::Woken::change;) {
+            system::FileWatch watch{watchedFiles(command.request)};
+            const Inspection found = inspected(command.request);
+            if (!last || !foundTheSame(*last, found)) {
+                if (last && !command.json) print("\n");
+                if (const int status = told(found, command); status != done) return status;
+                last = found;
+            }
+            woken = watch.wait();
+            if (woken == system::Woken::readerGone)
+                return report(failed, "cannot write standard output: its reader has gone");
+        }
+        return exitStatus(*last);
+    }
+
+    static int rendered(const std::string& kind, const Timeline<WidgetEntry>& timeline,
+                        const PictureOptions& options) {
+        const std::size_t count = timeline.entries.size();
+        if (options.entry >= count)
+            return report(wrongCall, "--entry: '" + std::to_string(options.entry) +
+                                         "' is not the number of an entry, from 0 to " +
+                                         std::to_string(count - 1));
+        const std::string bytes = picture(kind, timeline.entries[options.entry], options);
+        if (!options.output) return print(bytes);
+        const auto fault = system::writeFile(*options.output, bytes);
+        return fault ? report(failed, *fault) : done;
+    }
+
+    /// Asks the widget in the surroundings of the request and hands on what it answers.
+    template <class Use>
+    static int answered(const std::string& word, const RequestOptions& options,
+                        widgets::WidgetFamily family, const Use& use) {
+        const auto widget = extension::findWidget(word);
+        if (!widget)
+            return report(wrongCall, "unknown widget '" + word +
+                                         "': expected alarms, alarm, metric, or a kind identifier");
+        if (!widget->intent && options.pin != PinChoice{})
+            return report(wrongCall, "--pin and --no-pin are not for '" + word +
+                                         "': expected alarm, metric, or their kind identifiers");
+        const system::ScopedSurroundings scope{extension::surroundingsFor(options)};
+        const auto choice =
+            widget->intent ? extension::configured(*widget->intent, options.pin) : std::nullopt;
+        return use(widget->kind,
+                   widget->answer(options.request, {family, options.preview}, choice));
+    }
+};
+
+}  // namespace
+
+int run(const Call& call) {
+    try {
+        return std::visit(Runner{}, call);
+    } catch (const std::exception& error) {
+        return report(failed, error.what());
+    }
+}
+
+}  // namespace tessary::command

@@ -1,0 +1,36 @@
+// The extension's side of the protocol that docs/protocol.md describes: a request is a line of
+// JSON, and so is its reply.
+//
+//     Extension extension{"en_US"};
+//     extension.answer(R"({"id": 7, "request": "timeline", "widget": "alarms", "family":
+//     "medium"})")
+//         // {"id":7,"kind":"com.tessary.desktop.widgets.alarms","request":"timeline",...}
+//     extension.answer(R"({"id": 8, "request": "dance"})")
+//         // {"id":8,"error":"request: 'dance' is not one of list, pins, placeholder, ..."}
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "extension/renderer.h"
+
+namespace tessary::extension {
+
+/// Answers one request after the other, in the surroundings in force. Keeps nothing of a request
+/// but texts that it has set, and those only up to a limit.
+class Extension {
+public:
+    explicit Extension(std::string_view locale) : renderer_(locale) {}
+
+    /// The reply, without a newline. Whatever the line holds, there is one; what is wrong with a
+    /// request is told in it.
+    std::string answer(std::string_view line);
+
+private:
+    Renderer renderer_;
+};
+
+/// The reply to a line of which nothing is known but what is wrong with it.
+std::string refusal(const std::string& error);
+
+}  // namespace tessary::extension

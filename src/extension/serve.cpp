@@ -1,0 +1,109 @@
+#include "extension/serve.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <iostream>
+#include <malloc.h>
+#include <stdexcept>
+#include <string_view>
+#include <unistd.h>
+
+#include "extension/requests.h"
+#include "extension/widget_host.h"
+#include "platform/drawing/machine_fonts.h"
+#include "platform/sandbox/file_broker.h"
+#include "platform/sandbox/sandbox.h"
+#include "platform/system/conversation.h"
+#include "snapshot/reading.h"
+
+namespace tessary::extension {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string joined(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) text += (text.empty() ? "" : "; ") + line;
+    return text;
+}
+
+/// A snapshot of a container that the options allow, or an information dictionary of theirs.
+class ServedFiles {
+public:
+    explicit ServedFiles(const RequestOptions& options)
+        : container_(options.container), dictionaries_(dictionaryPlaces(options)) {}
+
+    bool operator()(const fs::path& path) const {
+        const auto is = [&](const fs::path& dictionary) { return dictionary == path; };
+        return isSnapshot(path) || std::ranges::any_of(dictionaries_, is);
+    }
+
+private:
+    bool isSnapshot(const fs::path& path) const {
+        const fs::path root = path.parent_path().parent_path();
+        const auto lies = [&](std::string_view name) {
+            return root / snapshot::pathOf(name) == path;
+        };
+        if (std::ranges::none_of(snapshot::fileNames, lies)) return false;
+        if (container_) return root == *container_;
+        return root == system::groupContainer(root.filename().native());
+    }
+
+    std::optional<fs::path> container_;
+    std::vector<fs::path> dictionaries_;
+};
+
+/// Large blocks go back to the system as soon as they are free, so that one large file does not
+/// leave the process large.
+void keepMemorySmall() {
+    constexpr int large = 4 << 20;  // bytes, more than the pixels of any card
+    ::mallopt(M_MMAP_THRESHOLD, large);
+    ::mallopt(M_TRIM_THRESHOLD, large);
+}
+
+/// A descriptor that is not open would be given to something else.
+std::optional<std::string> closedStream() {
+    if (::fcntl(STDIN_FILENO, F_GETFD) < 0)
+        return std::string{"cannot read standard input: "} + std::strerror(errno);
+    if (::fcntl(STDOUT_FILENO, F_GETFD) < 0)
+        return std::string{"cannot write standard output: "} + std::strerror(errno);
+    const bool hasErrorStream = ::fcntl(STDERR_FILENO, F_GETFD) >= 0;
+    if (!hasErrorStream && ::open("/dev/null", O_WRONLY) != STDERR_FILENO)
+        return "cannot open /dev/null";
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> serve(const ServeOptions& options) {
+    if (auto fault = closedStream()) return fault;
+    keepMemorySmall();
+    system::Surroundings surroundings = surroundingsFor(options.request);
+    sandbox::FileBroker broker{ServedFiles{options.request}};
+    surroundings.read = [&](const fs::path& path) { return broker.read(path); };
+    const system::ScopedSurroundings scope{surroundings};
+
+    const auto open = sandbox::enterSandbox({.readable = drawing::fontPlaces()});
+    if (!open.empty() && options.requireSandbox) return "no whole sandbox: " + joined(open);
+    if (!open.empty())
+        std::cerr << "tessary-widgets: running without a whole sandbox: " << joined(open) << '\n';
+
+    Extension extension{surroundings.locale.identifier};
+    return system::hold(
+        {STDIN_FILENO, STDOUT_FILENO}, [&](const system::Line& line) -> std::string {
+            if (line.isTooLong)
+                return refusal("line: longer than " + std::to_string(system::longestLine) +
+                               " bytes");
+            const bool isBlank = line.text.find_first_not_of(" \t\r") == std::string::npos;
+            if (isBlank) return "";
+            std::string reply = extension.answer(line.text);
+            if (broker.isGone()) throw std::runtime_error{"the file broker is gone"};
+            return reply;
+        });
+}
+
+}  // namespace tessary::extension

@@ -1,0 +1,26 @@
+// Finding a widget of the bundle, and what it is configured with, by what a person calls them.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "shell/tessary_widgets.h"
+
+namespace tessary::extension {
+
+/// The widget of a kind identifier or a short name: "alarms", "alarm", "metric". None for another.
+std::optional<widgets::WidgetConfiguration> findWidget(std::string_view word);
+
+/// Which entity a widget's configuration holds.
+struct PinChoice {
+    enum class Kind { defaultResult, none, identifier } kind{Kind::defaultResult};
+    std::string identifier{};  ///< for an identifier; may be empty
+    bool operator==(const PinChoice&) const = default;
+};
+
+/// What that choice is when a request reaches the provider.
+std::optional<intents::AppEntity> configured(const intents::WidgetConfigurationIntent& intent,
+                                             const PinChoice& choice);
+
+}  // namespace tessary::extension

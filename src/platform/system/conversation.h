@@ -1,0 +1,57 @@
+// A conversation in lines over two descriptors: what comes in on one is answered on the other.
+//
+//     hold({STDIN_FILENO, STDOUT_FILENO}, [](const Line& line) { return answerTo(line); });
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tessary::system {
+
+/// A line without its newline; or one that was longer than `longestLine`, of which nothing is kept.
+struct Line {
+    std::string text{};
+    bool isTooLong{};
+    bool operator==(const Line&) const = default;
+};
+
+/// Bytes. A request takes about two hundred.
+inline constexpr std::size_t longestLine = std::size_t{1} << 20U;
+
+/// Cuts bytes into lines as they come. A line that is too long costs no memory.
+class LineCutter {
+public:
+    void feed(std::string_view bytes);
+    /// What stands behind the last newline is a line, too, unless it is nothing.
+    void end();
+
+    /// The next whole line; none when more bytes are needed.
+    std::optional<Line> next();
+    /// Bytes that wait in lines.
+    std::size_t waiting() const { return waiting_; }
+
+private:
+    void finish();
+
+    std::deque<Line> lines_{};
+    Line open_{};
+    std::size_t waiting_{};
+};
+
+struct Ends {
+    int input{};
+    int output{};
+};
+
+/// Answers every line with one line, in order, until the input ends; an empty answer is not sent.
+/// Goes on reading while the other side does not take its answers, so that it may send many
+/// requests (4 MiB) before it reads the first reply. Returns what went wrong, if anything: the
+/// input cannot be read, or nobody takes the output any more.
+std::optional<std::string> hold(const Ends& ends,
+                                const std::function<std::string(const Line&)>& answer);
+
+}  // namespace tessary::system

@@ -1,0 +1,65 @@
+// Reading a whole file that another program may be writing.
+//
+//     readFile("alarms.json")          // std::string{"{...}"}, all of its bytes
+//     readFile("no-such-file")         // FileFault{"No such file or directory"}
+//
+// Opening and reading are two steps for a process that may not open files itself and is handed
+// them:
+//
+//     auto opened = openFile("alarms.json");
+//     if (auto* file = std::get_if<Descriptor>(&opened)) readFile(*file);
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace tessary::system {
+
+/// A file larger than this counts as unreadable, in bytes. A snapshot is a few kilobytes.
+inline constexpr std::size_t largestReadableFile = std::size_t{16} << 20U;
+
+/// Why a file has no contents to give.
+struct FileFault {
+    std::string
+        reason{};  ///< "No such file or directory", "not a regular file", "larger than 16 MiB"
+    bool operator==(const FileFault&) const = default;
+};
+
+/// A file's contents, or why there are none.
+using FileContents = std::variant<std::string, FileFault>;
+
+/// Owns an open file descriptor; a negative one is none.
+class Descriptor {
+public:
+    explicit Descriptor(int number = -1) : number_(number) {}
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(number_, other.number_);
+        return *this;
+    }
+    ~Descriptor();
+
+    int number() const { return number_; }
+
+private:
+    int number_;
+};
+
+/// Opens a regular file for reading, links followed. Anything else (a folder, a FIFO, a device, a
+/// socket) is a fault and is never waited for, nor is a path that holds NUL.
+std::variant<Descriptor, FileFault> openFile(const std::filesystem::path& path);
+
+/// The bytes of an open file from start to end, all of one moment: never a part from before and a
+/// part from after a write. A file that one program or another goes on writing to for some 50
+/// milliseconds is a fault. A writer that opens the file while it is read waits for the reading to
+/// end, where the file system can make it (a read lease); else a file counts as being written to
+/// for 20 milliseconds after its last change.
+FileContents readFile(const Descriptor& file);
+
+/// Opens and reads.
+FileContents readFile(const std::filesystem::path& path);
+
+}  // namespace tessary::system

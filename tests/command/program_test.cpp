@@ -1,0 +1,100 @@
+#include "command/program.h"
+
+#include <gmock/gmock.h>
+
+#include "support/golden.h"
+
+namespace tessary {
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST_F(Program, SaysByItsStatusWhoseFaultItWas) {
+    expectTranscript("statuses.txt", [&](const std::string& words) {
+        const int status = run(words);
+        EXPECT_EQ(out_.empty(), status != 0) << words;
+        for (auto at = err_.find(folder_); at != err_.npos; at = err_.find(folder_))
+            err_.replace(at, folder_.size(), "$C");
+        return std::to_string(status) + ' ' + err_;
+    });
+}
+
+TEST_F(Program, KeepsPicturesFromATerminal) {
+    for (const auto& [words, expected] : pairs("png=2 svg=2 pdf=2 json=0 text=0")) {
+        const auto call = std::string{"script -qec '"} + TESSARY_PROGRAM +
+                          " render alarms --container /nowhere --format " + words + "' /dev/null";
+        const int status = std::system((call + " </dev/null >" + folder_ + "/log").c_str());
+        EXPECT_EQ(std::to_string(WEXITSTATUS(status)), expected) << words;
+        EXPECT_THAT(contents(container_ / "log"),
+                    HasSubstr(expected == "0" ? "firing" : "--output"));
+    }
+}
+
+TEST_F(Program, PrintsTheBundleAndTimelines) {
+    expectTranscript("prints.txt", [&](const std::string& words) { return output(words); });
+}
+
+TEST_F(Program, RendersTheSameBytesTwiceInEachFormat) {
+    for (const auto& [ending, start] : pairs("png=\x89PNG svg=< pdf=%PDF- json={ txt=Alarms")) {
+        for (const std::string family : {"systemSmall", "systemMedium"}) {
+            const auto words = "render alarms $ASK --family " + family;
+            output(words + " -o $C/a." + ending);
+            const std::string bytes = contents(container_ / ("a." + ending));
+            EXPECT_THAT(bytes, StartsWith(start));
+            const auto format = words + " --format " + (ending == "txt" ? "text" : ending);
+            EXPECT_EQ(output(format), bytes) << ending;
+            EXPECT_NE(output(format + " --redacted"), bytes) << ending;
+            EXPECT_NE(output(format + " --entry 4"), bytes) << ending;
+        }
+    }
+    const std::string parse = "import sys, xml.dom.minidom as dom; dom.parse(sys.argv[1])";
+    EXPECT_EQ(std::system(("python3 -c '" + parse + "' " + folder_ + "/a.svg").c_str()), 0);
+}
+
+/// Of none of these locales has the machine generated any data.
+TEST_F(Program, SpeaksTheEnvironmentsLanguageAtItsTime) {
+    const std::string american = output("timeline alarms $ASK");
+    for (const auto& row : table(R"(
+                                                          | 16:01:40+00:00            | 1 min. ago
+        LC_ALL=C                                          | 16:01:40+00:00            | 1 min. ago
+        LANG=de_DE.UTF-8 TZ=Europe/Berlin                 | 17:01:40+01:00            | vor 1 Min.
+        LANG=en_US LC_TIME=de_DE TZ=:Asia/Tokyo           | 2024-11-17T01:01:40+09:00 | vor 1 Min.
+        LANG=en_US LC_TIME=en_GB LC_ALL=fr_FR TZ=Nowhere  | 16:01:40+00:00            | il y a 1
+        LC_ALL= LC_TIME= LANG=ja_JP.UTF-8                 | 16:01:40+00:00            | 1 分前
+        LC_MESSAGES=de_DE LC_NUMERIC=de_DE                | 16:01:40+00:00            | 1 min. ago)")) {
+        const std::string lines = output("timeline alarms $ASK", row.at(0));
+        const auto second = lines.find('\n') + 1;
+        EXPECT_THAT(lines.substr(second, lines.find('\n', second) - second),
+                    AllOf(HasSubstr(row.at(1)), HasSubstr(row.at(2))));
+        EXPECT_EQ(output("timeline alarms $ASK --locale en_US --time-zone UTC", row.at(0)),
+                  american);
+    }
+}
+
+TEST_F(Program, FindsItsContainerThroughItsDictionary) {
+    std::filesystem::create_directories(container_ / "data/group-containers/com.tessary.desktop");
+    std::filesystem::rename(container_ / "widgets",
+                            container_ / "data/group-containers/com.tessary.desktop/widgets");
+    const std::string words = "render alarms --format text";
+    EXPECT_THAT(output(words), HasSubstr("Paused · sign in"));
+    EXPECT_THAT(output(words, "XDG_DATA_HOME=/nowhere"), HasSubstr("Not watching"));
+    EXPECT_THAT(output(words + " --info /nowhere"), HasSubstr("Not watching"));
+}
+
+/// Each line is waited for, so that the signal comes when both have been said.
+TEST_F(Program, ChecksAgainWhenAFileChanges) {
+    ASSERT_EQ(std::system(("mkfifo " + folder_ + "/said").c_str()), 0);
+    EXPECT_EQ(run("check --watch --json --container $C >$C/said & exec 3<$C/said; read -r one <&3; "
+                  "rm $C/widgets/alarms.json; read -r two <&3; "
+                  "echo \"$one\" >$C/one; echo \"$two\" >$C/two; kill -TERM $!; wait $!"),
+              1);
+    EXPECT_THAT(contents(container_ / "one"), HasSubstr(R"("step":"usable","problem":null)"));
+    EXPECT_THAT(contents(container_ / "two"), testing::Not(HasSubstr(R"("step":"usable")")));
+    EXPECT_EQ(err_, "");
+}
+
+}  // namespace
+}  // namespace tessary

@@ -1,0 +1,146 @@
+#include <cstddef>
+#include <gmock/gmock.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include "command/program.h"
+#include "platform/foundation/base64.h"
+#include "platform/foundation/json_writing.h"
+#include "support/golden.h"
+
+namespace tessary {
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class Serve : public Program {
+protected:
+    /// The replies to these lines.
+    std::string served(const std::string& lines) {
+        container_.write("in", lines);
+        return output("serve --require-sandbox $ASK <$C/in", "HOME=/nowhere");
+    }
+};
+
+TEST_F(Serve, DrawsBehindTheSandboxWhatTheCommandDrawsWithoutOne) {
+    for (const std::string name :
+         {"api-5xx", "مرحبا 12", "שלום", "日本語", "देवनागरी", "ไทย", "한국어",
+          "👩‍👩‍👧 🔥", "A\u0301\u0302", "\U00013000\uFDFF"}) {
+        std::string alarms = exampleAlarms;
+        container_.put("alarms", alarms.replace(alarms.find("api-5xx-rate-high"), 17, name));
+        const bool isFirst = name == "api-5xx";
+        for (const std::string format : {"png", "svg", "pdf", "json", "text"}) {
+            if (format != "png" && !isFirst) continue;
+            const auto reply =
+                served(R"({"request": "timeline", "widget": "alarms", "family": "medium",)"
+                       R"("scale": 3, "format": ")" +
+                       format + "\"}");
+            for (const int entry : isFirst ? std::vector{0, 1, 4} : std::vector{2}) {
+                const std::string drawn =
+                    output("render alarms $ASK --family medium --scale 3 --format " + format +
+                           " --entry " + std::to_string(entry));
+                const auto from =
+                    reply.find("{\"date\":" + std::to_string(1731772840 + 60 * entry));
+                ASSERT_NE(from, reply.npos);
+                const std::string told =
+                    reply.substr(from, reply.find("{\"date\"", from + 1) - from);
+                EXPECT_THAT(told, AllOf(HasSubstr(name), HasSubstr(R"("url":"tessary://alarms")"),
+                                        HasSubstr("\"picture\":\"" + foundation::base64(drawn))));
+            }
+        }
+    }
+}
+
+TEST_F(Serve, DatesThePicturesOfMinutesThatLookAlike) {
+    std::filesystem::remove(container_ / "widgets/alarms.json");
+    const std::string drawn = output("render alarms $ASK --format pdf --entry 4");
+    EXPECT_THAT(served(R"({"request": "timeline", "widget": "alarms", "format": "pdf"})"),
+                HasSubstr(foundation::base64(drawn)));
+}
+
+TEST_F(Serve, AnswersAsTheCommandDoes) {
+    EXPECT_EQ(served(R"({"id": 7, "request": "list"})"),
+              "{\"id\":7," + compact("list --json").substr(1) + "\n");
+    expectTranscript("replies.txt", [&](const std::string& line) { return served(line); });
+}
+
+TEST_F(Serve, SaysWhatWasWrongWithARequestAndGoesOn) {
+    expectTranscript("requests.txt", [&](const std::string& line) {
+        const std::string replies = served(line + "\n \r\n{\"request\": \"list\"}");
+        const auto end = replies.find('\n') + 1;
+        EXPECT_THAT(replies.substr(end), StartsWith(R"({"id":null,"bundle")"));
+        return replies.substr(0, end);
+    });
+}
+
+TEST_F(Serve, EndsWithItsInputWhateverThatIs) {
+    const std::string list = R"({"request": "list"})";
+    EXPECT_EQ(served(""), "");
+    EXPECT_THAT(served(list), StartsWith(R"({"id":null,"bundle")"));  // without a newline
+    EXPECT_EQ(run("serve $ASK </dev/null"), 0);
+    EXPECT_EQ(run("serve $ASK <$C"), 1);
+    EXPECT_THAT(err_, HasSubstr("standard input: Is a directory"));
+    EXPECT_EQ(run("serve $ASK <&-"), 1);
+    EXPECT_THAT(err_, HasSubstr("standard input: Bad file descriptor"));
+    EXPECT_EQ(run("serve $ASK </dev/null >&-"), 1);
+    EXPECT_THAT(err_, HasSubstr("standard output: Bad file descriptor"));
+    EXPECT_EQ(run("serve $ASK </dev/null 2>&-"), 0);
+    container_.write("in", list);
+    EXPECT_EQ(run("serve $ASK <$C/in >/dev/full"), 1);
+    EXPECT_THAT(err_, HasSubstr("standard output: No space left on device"));
+    // A line of 100 MB, and one request after it.
+    std::filesystem::resize_file(container_.write("long", ""), 100'000'000);
+    EXPECT_EQ(std::system(("(cat " + folder_ + "/long; echo; cat " + folder_ +
+                           "/in) | ASAN_OPTIONS=detect_leaks=0 " + TESSARY_PROGRAM + " serve >" +
+                           folder_ + "/out")
+                              .c_str()),
+              0);
+    EXPECT_THAT(contents(container_ / "out"),
+                AllOf(StartsWith(R"({"id":null,"error":"line: longer than 1048576 bytes"})"),
+                      HasSubstr("\n{\"id\":null,\"bundle\"")));
+}
+
+/// Makes a system call of this process, and of those that it becomes, look unknown to the kernel.
+void forbid(unsigned call) {
+    sock_filter filter[] = {
+        {BPF_LD | BPF_W | BPF_ABS, 0, 0, offsetof(seccomp_data, nr)},
+        {BPF_JMP | BPF_JEQ | BPF_K, 0, 1, call},
+        {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ERRNO | ENOSYS},
+        {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ALLOW},
+    };
+    const sock_fprog program{std::size(filter), filter};
+    ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+    if (::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0) ::_exit(99);
+}
+
+TEST_F(Serve, SaysOnceWhatTheKernelLacksOrRefuses) {
+    container_.write("in", "{\"request\": \"list\"}\n{\"request\": \"list\"}\n");
+    const auto runWithout = [&](unsigned call, const std::string& words) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            forbid(call);
+            ::_exit(run("serve $ASK " + words + " <$C/in"));
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        out_ = contents(container_ / "out");
+        err_ = contents(container_ / "err");
+        return WEXITSTATUS(status);
+    };
+    const std::string lacks = "no Landlock: Function not implemented";
+    EXPECT_EQ(runWithout(SYS_landlock_create_ruleset, ""), 0);
+    EXPECT_EQ(err_, "tessary-widgets: running without a whole sandbox: " + lacks + "\n");
+    EXPECT_EQ(std::count(out_.begin(), out_.end(), '\n'), 2);
+    EXPECT_EQ(runWithout(SYS_landlock_create_ruleset, "--require-sandbox"), 1);
+    EXPECT_EQ(err_, "tessary-widgets: no whole sandbox: " + lacks + "\n");
+    EXPECT_EQ(out_, "");
+}
+
+}  // namespace
+}  // namespace tessary
