@@ -2,8 +2,8 @@
 // (docs/protocol.md).
 //
 //     encode({.request = "timeline", .widget = "alarms", .family = "small"}, 1)
-//     //
-//     {"id":1,"request":"timeline","widget":"alarms","family":"small","scale":1,"redacted":false}
+//         // {"id":1,"request":"timeline","widget":"alarms","family":"small",
+//         //  "scale":1,"redacted":false}, and the line's end
 #pragma once
 
 #include <cstdint>

@@ -1,8 +1,9 @@
 // A widget as the user placed it on the desktop: what it shows and where.
 //
-//     PlacedWidget widget{.number = 1, .kind = *kindNamed("alarms"), .place =
-//     *parsePlace("20,20")}; sizeOf(widget.family)                                 // {164, 164}
-//     freePlace({widget}, Family::small, monitors)          // "20,220" of the first: below it
+//     PlacedWidget widget{.number = 1, .kind = *kindNamed("alarms")};
+//     widget.place = *parsePlace("20,20");
+//     sizeOf(widget.family)                            // {164, 164}
+//     freePlace({widget}, Family::small, monitors)     // "20,220" of the first monitor: below it
 #pragma once
 
 #include <optional>

@@ -2,8 +2,7 @@
 // JSON, and so is its reply.
 //
 //     Extension extension{"en_US"};
-//     extension.answer(R"({"id": 7, "request": "timeline", "widget": "alarms", "family":
-//     "medium"})")
+//     extension.answer(R"({"id": 7, "request": "timeline", "widget": "alarms", "family": "medium"})")
 //         // {"id":7,"kind":"com.tessary.desktop.widgets.alarms","request":"timeline",...}
 //     extension.answer(R"({"id": 8, "request": "dance"})")
 //         // {"id":8,"error":"request: 'dance' is not one of list, pins, placeholder, ..."}

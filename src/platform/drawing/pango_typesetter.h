@@ -7,9 +7,8 @@
 // all fonts, and threads that Pango starts to read it.
 //
 //     PangoTypesetter typesetter{"en_US"};
-//     typesetter.width("Alarms firing", Font::system(11, Weight::medium))     // about 69 points
-//     typesetter.line("Alarms firing", Font::system(11)).runs                 // what a painter
-//     draws
+//     typesetter.width("Alarms firing", Font::system(11, Weight::medium))     // about 78 points
+//     typesetter.line("Alarms firing", Font::system(11)).runs     // what a painter draws
 #pragma once
 
 #include <cstdint>

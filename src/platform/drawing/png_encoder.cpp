@@ -30,8 +30,8 @@ std::string encodePNG(const Pixels& pixels) {
     std::string header;
     appendNumber(header, static_cast<std::uint32_t>(pixels.width));
     appendNumber(header, static_cast<std::uint32_t>(pixels.height));
-    header.append(
-        {8, 6, 0, 0, 0});  // bits, RGBA, deflate, no filter methods but the standard's, whole
+    // Bits, RGBA, deflate, no filter methods but the standard's, whole.
+    header.append({8, 6, 0, 0, 0});
 
     std::string density;
     for (int axis = 0; axis < 2; ++axis)

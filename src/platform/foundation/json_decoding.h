@@ -3,13 +3,17 @@
 // The record is the schema: a member's type says what the value must be, `std::optional` that the
 // key may be missing or null. The same table prints a record (json_writing.h).
 //
-//     struct Sample { std::int64_t t{}; double v{}; bool operator==(const Sample&) const = default;
-//     }; template <> inline constexpr auto fieldsOf<Sample> =
-//         std::tuple{Field{"t", &Sample::t}, Field{"v", &Sample::v}};
+//     struct Sample {
+//         std::int64_t t{};
+//         double v{};
+//     };
+//     template <> inline constexpr auto fieldsOf<Sample> = std::tuple{
+//         Field{"t", &Sample::t}, Field{"v", &Sample::v},
+//     };
 //
-//     decodeJSON<Sample>(R"({"t": 3e2, "v": 1.5})").value()      // Sample{300, 1.5}
-//     decodeJSON<Sample>(R"({"t": 1.5, "v": 1.5})").fault()      // /t: expected a 64-bit integer,
-//     found 1.5
+//     decodeJSON<Sample>(R"({"t": 3e2, "v": 1.5})").value()    // Sample{300, 1.5}
+//     decodeJSON<Sample>(R"({"t": 1.5, "v": 1.5})").fault()
+//         // /t: expected a 64-bit integer, found 1.5
 //
 // Members are std::int64_t, double, bool, std::string, records with a table of at most 64 fields,
 // std::vector of any of these but bool, and std::optional of any of all these.
@@ -52,8 +56,7 @@ inline constexpr auto fieldsOf = std::tuple<>{};
 
 /// A type with a field table.
 template <class Type>
-concept TableRecord = std::tuple_size_v<std::remove_cvref_t<decltype(fieldsOf<Type>)>> >
-0;
+concept TableRecord = (std::tuple_size_v<std::remove_cvref_t<decltype(fieldsOf<Type>)>> > 0);
 
 /// Why a text did not decode.
 struct DecodingFault {

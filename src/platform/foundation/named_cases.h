@@ -20,9 +20,11 @@ struct NamedCase {
 /// one that it prints as.
 ///
 ///     template <>
-///     inline constexpr auto namesOf<WidgetFamily> = NamedCases<WidgetFamily, 3>{
-///         {{systemSmall, "systemSmall"}, {systemMedium, "systemMedium"}, {systemMedium,
-///         "medium"}}};
+///     inline constexpr auto namesOf<WidgetFamily> = NamedCases<WidgetFamily, 3>{{
+///         {WidgetFamily::systemSmall, "systemSmall"},
+///         {WidgetFamily::systemMedium, "systemMedium"},
+///         {WidgetFamily::systemMedium, "medium"},
+///     }};
 ///
 ///     name(WidgetFamily::systemSmall)            // "systemSmall"
 ///     parse<WidgetFamily>("medium")              // WidgetFamily::systemMedium
@@ -36,8 +38,7 @@ inline constexpr auto namesOf = NamedCases<Case, 0>{};
 
 /// An enumeration with a table.
 template <class Case>
-concept NamedEnumeration = std::is_enum_v<Case> && namesOf<Case>
-.size() > 0;
+concept NamedEnumeration = (std::is_enum_v<Case> && namesOf<Case>.size() > 0);
 
 /// The first name in the table; empty for a value that is no case.
 template <class Case>

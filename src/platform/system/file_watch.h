@@ -47,8 +47,8 @@ private:
 
     system::Descriptor queue_{};
     std::map<int, std::set<std::string>> names_{};  ///< by watched folder: what matters in it
-    std::filesystem::path
-        unseen_{};  ///< the folder, while a path is followed, that hides its names
+    /// The folder, while a path is followed, that hides its names.
+    std::filesystem::path unseen_{};
 };
 
 }  // namespace tessary::system

@@ -23,8 +23,8 @@ inline constexpr std::size_t largestReadableFile = std::size_t{16} << 20U;
 
 /// Why a file has no contents to give.
 struct FileFault {
-    std::string
-        reason{};  ///< "No such file or directory", "not a regular file", "larger than 16 MiB"
+    /// "No such file or directory", "not a regular file", "larger than 16 MiB"
+    std::string reason{};
     bool operator==(const FileFault&) const = default;
 };
 

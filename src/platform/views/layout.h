@@ -1,17 +1,18 @@
 // Layout: from a view to a tree of rectangles. The one header to open first.
 //
-//   0  resolve   environment, down    resolve.cpp    views become nodes, everything inherited
-//   settled 1  propose   offers, down         proposal.h     what a parent offers a child 2 measure
-//   sizes, up            measure.cpp    what the child answers; a parent cannot change it 3  place
-//   positions, down      place.cpp      where the parent puts it 4  round     edges round.cpp
-//   edges, not sizes, move to pixels, last of all
+//     0  resolve   environment, down   resolve.cpp   views become nodes, all inherited settled
+//     1  propose   offers, down        proposal.h    what a parent offers a child
+//     2  measure   sizes, up           measure.cpp   what the child answers; no parent changes it
+//     3  place     positions, down     place.cpp     where the parent puts it
+//     4  round     edges               round.cpp     edges, not sizes, move to pixels, last of all
 //
 // Each phase is a pure function of the one before; sizes are doubles until the last. Type is
 // measured by the Typesetter handed in, heights come from the system font's own figures (font.h).
 //
-//     Surface card{.size = {164, 164}, .margins = EdgeInsets::all(16), .cornerRadius = 22, .scale =
-//     2}; DisplayList list = layOut(Text("Hello").widgetURL("a:b"), card, {}, typesetter); list.url
-//     // "a:b" list.elements.front()     // the text, in the middle of the card
+//     const Surface card{.size = {164, 164}, .margins = EdgeInsets::all(16), .scale = 2};
+//     const auto list = layOut(Text("Hello").widgetURL("a:b"), card, {}, typesetter);
+//     list.url                  // "a:b"
+//     list.elements.front()     // the text, in the middle of the card
 #pragma once
 
 #include <memory>

@@ -1,11 +1,11 @@
 // Fitting a text into the room it is offered: wrapping, shrinking, truncating, in that order.
 //
-//     // "orders-queue-age" where a character is 1 point wide and the room 10 points
-//     fitText("orders-queue-age", {.lineLimit = 1}, 10, 100, typesetter).lines          //
-//     {"orders-qu…"} fitText("orders-queue-age", {.lineLimit = 1, .truncation =
-//     Truncation::middle}, 10, 100,
-//             typesetter).lines                                                         //
-//             {"order…-age"}
+//     // where a character is 1 point wide
+//     const auto room = Proposal::points(10, 100);
+//     const TextStyle tail{.lineLimit = 1};
+//     const TextStyle middle{.lineLimit = 1, .truncation = Truncation::middle};
+//     fitText("orders-queue-age", tail, room, typesetter).lines       // {"orders-qu…"}
+//     fitText("orders-queue-age", middle, room, typesetter).lines     // {"order…-age"}
 #pragma once
 
 #include <string>
