@@ -9,13 +9,17 @@
 
 #include "desktop/command.h"
 #include "desktop/desktop.h"
-#include "desktop/glib_handles.h"
-#include "desktop/monitors.h"
-#include "desktop/note.h"
-#include "desktop/state.h"
-#include "desktop/widget_window.h"
+#include "desktop/glib/handles.h"
+#include "desktop/glib/note.h"
+#include "desktop/places/state.h"
+#include "desktop/windows/monitors.h"
+#include "desktop/windows/widget_window.h"
 
 namespace tessary::desktop {
+
+using namespace glib;
+using namespace places;
+using namespace windows;
 
 namespace {
 

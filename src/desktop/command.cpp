@@ -5,10 +5,13 @@
 #include <gio/gio.h>
 #include <string_view>
 
-#include "desktop/glib_handles.h"
-#include "desktop/state.h"
+#include "desktop/glib/handles.h"
+#include "desktop/places/state.h"
 
 namespace tessary::desktop {
+
+using namespace glib;
+using namespace places;
 
 namespace {
 

@@ -9,9 +9,14 @@
 #include <string>
 #include <vector>
 
-#include "desktop/placed_widget.h"
+#include "desktop/places/placed_widget.h"
 
 namespace tessary::desktop {
+
+using places::Family;
+using places::Monitor;
+using places::Place;
+using places::PlacedWidget;
 
 /// An edit that changes nothing by itself opens the editor.
 enum class Action {

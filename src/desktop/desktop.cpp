@@ -7,11 +7,17 @@
 #include <tuple>
 #include <utility>
 
-#include "desktop/note.h"
-#include "desktop/schedule.h"
-#include "desktop/widget_window.h"
+#include "desktop/glib/note.h"
+#include "desktop/places/schedule.h"
+#include "desktop/windows/widget_window.h"
 
 namespace tessary::desktop {
+
+using namespace glib;
+using namespace places;
+using namespace client;
+using namespace signs;
+using namespace windows;
 
 namespace {
 
@@ -56,7 +62,15 @@ Desktop::Desktop(Folders folders, std::function<void(const Command&)> chosen)
     : folders_{std::move(folders)},
       chosen_{std::move(chosen)},
       extension_{extensionCommand(options(folders_))},
-      dialogs_{extension_, chosen_},
+      dialogs_{extension_,
+               {.added =
+                    [this](const std::string& kind, Family family) {
+                        chosen_({.action = Action::add, .kind = kind, .family = family});
+                    },
+                .chosen =
+                    [this](int number, const std::string& pin) {
+                        chosen_({.action = Action::edit, .number = number, .pin = pin});
+                    }}},
       alarm_{{.due = [this] { look(); }, .clockSet = [this] { reload(), look(); }}},
       files_{folders_.container + "/widgets/*.json",
              {.stirring =

@@ -12,16 +12,27 @@
 #include <string>
 #include <vector>
 
+#include "desktop/client/extension.h"
 #include "desktop/command.h"
-#include "desktop/dialogs.h"
-#include "desktop/extension.h"
-#include "desktop/monitors.h"
-#include "desktop/path_watch.h"
-#include "desktop/placed_widget.h"
-#include "desktop/session_lock.h"
-#include "desktop/timers.h"
+#include "desktop/dialogs/dialogs.h"
+#include "desktop/glib/timer.h"
+#include "desktop/places/placed_widget.h"
+#include "desktop/signs/path_watch.h"
+#include "desktop/signs/session_lock.h"
+#include "desktop/signs/wall_alarm.h"
+#include "desktop/windows/monitors.h"
 
 namespace tessary::desktop {
+
+using client::Extension;
+using client::Reply;
+using dialogs::Dialogs;
+using glib::Timer;
+using places::PlacedWidget;
+using signs::PathWatch;
+using signs::SessionLock;
+using signs::WallAlarm;
+using windows::MonitorWatch;
 
 class Desktop {
 public:

@@ -5,6 +5,8 @@
 #include "support/table.h"
 
 namespace tessary::desktop {
+
+using namespace places;
 namespace {
 
 std::vector<std::string> words(const std::string& line) {

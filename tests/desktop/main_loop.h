@@ -4,7 +4,7 @@
 #include <chrono>
 #include <glib.h>
 
-namespace tessary::desktop {
+namespace tessary {
 
 /// Runs the loop until something holds; false where it does not in ten seconds.
 template <class Holds>
@@ -24,4 +24,4 @@ inline void runFor(std::chrono::milliseconds while_) {
     until([&] { return std::chrono::steady_clock::now() >= end; });
 }
 
-}  // namespace tessary::desktop
+}  // namespace tessary

@@ -1,0 +1,192 @@
+#include "desktop/client/extension.h"
+
+#include <algorithm>
+#include <gio/gio.h>
+#include <utility>
+
+#include "desktop/glib/handles.h"
+#include "desktop/glib/note.h"
+
+namespace tessary::client {
+
+using namespace glib;
+
+namespace {
+
+/// How long a process may take to end once its input has ended.
+constexpr unsigned farewellSeconds = 2;
+
+Object<GSubprocess> spawn(const std::vector<std::string>& command, Fault& fault) {
+    std::vector<const char*> words;
+    words.reserve(command.size() + 1);
+    for (const auto& word : command) words.push_back(word.c_str());
+    words.push_back(nullptr);
+    constexpr auto pipes = G_SUBPROCESS_FLAGS_STDIN_PIPE | G_SUBPROCESS_FLAGS_STDOUT_PIPE;
+    return Object<GSubprocess>{
+        g_subprocess_newv(words.data(), static_cast<GSubprocessFlags>(pipes), fault.out())};
+}
+
+}  // namespace
+
+/// One process. Its reads and writes hold on to it, so it may outlive its owner's interest in it.
+struct Extension::Run : std::enable_shared_from_this<Run> {
+    using Kept = std::shared_ptr<Run>;
+
+    Run(Extension* theOwner, Object<GSubprocess> started)
+        : owner{theOwner},
+          process{std::move(started)},
+          lines{g_data_input_stream_new(g_subprocess_get_stdout_pipe(process.get()))} {}
+
+    void* keep() { return new Kept{shared_from_this()}; }
+    static Kept kept(gpointer data) { return *std::unique_ptr<Kept>{static_cast<Kept*>(data)}; }
+
+    void write(const std::string& text) {
+        outgoing += text;
+        if (writing.empty()) writeOn();
+    }
+    void writeOn() {
+        writing = std::exchange(outgoing, {});
+        if (writing.empty()) return;
+        const auto done = [](GObject* stream, GAsyncResult* result, gpointer data) {
+            const auto run = kept(data);
+            const bool wrote =
+                g_output_stream_write_all_finish(G_OUTPUT_STREAM(stream), result, nullptr, nullptr);
+            run->writing.clear();
+            if (wrote && run->owner) run->writeOn();  // where it failed, the reader will learn it
+        };
+        g_output_stream_write_all_async(g_subprocess_get_stdin_pipe(process.get()), writing.data(),
+                                        writing.size(), G_PRIORITY_DEFAULT, nullptr, done, keep());
+    }
+
+    void read() {
+        const auto done = [](GObject* stream, GAsyncResult* result, gpointer data) {
+            const auto run = kept(data);
+            gsize size{};
+            const Text line{g_data_input_stream_read_line_finish(G_DATA_INPUT_STREAM(stream),
+                                                                 result, &size, nullptr)};
+            if (line && run->owner) run->owner->take(line.get(), size);
+            if (line) return run->read();
+            if (run->owner) run->owner->ended();
+        };
+        g_data_input_stream_read_line_async(lines.get(), G_PRIORITY_DEFAULT, nullptr, done, keep());
+    }
+
+    /// Null once it has lost interest; what the process still writes is then read to its end, as it
+    /// would complain about a reader that is gone.
+    Extension* owner;
+    Object<GSubprocess> process;
+    Object<GDataInputStream> lines;
+    std::string writing{}, outgoing{};
+};
+
+std::vector<std::string> extensionCommand(const std::vector<std::string>& options) {
+    const Text self{g_file_read_link("/proc/self/exe", nullptr)};
+    const Text folder{g_path_get_dirname(self ? self.get() : "")};
+    const Text beside{g_build_filename(folder.get(), "tessary-widgets", nullptr)};
+    const bool isThere = g_file_test(beside.get(), G_FILE_TEST_IS_EXECUTABLE);
+    std::vector<std::string> command{isThere ? beside.get() : "tessary-widgets", "serve"};
+    command.insert(command.end(), options.begin(), options.end());
+    return command;
+}
+
+std::chrono::milliseconds pauseAfter(int failures, const Patience& patience) {
+    if (failures < 2) return {};
+    const int doublings = std::min(failures - 2, 20);
+    return std::min(patience.firstPause * (1 << doublings), patience.longestPause);
+}
+
+Extension::Extension(std::vector<std::string> command, Patience patience)
+    : command_{std::move(command)}, patience_{patience} {}
+
+Extension::~Extension() {
+    // There may be no loop any more that reads it to its end; and it keeps nothing.
+    if (run_) g_subprocess_force_exit(run_->process.get());
+    end();
+}
+
+void Extension::ask(const Request& request, Answer answer) {
+    const auto id = ++lastId_;
+    waiting_.push_back({id, encode(request, id), std::move(answer)});
+    if (pause_.running()) return;
+    if (!run_) return start();
+    idle_.cancel();
+    run_->write(waiting_.back().line);
+    if (waiting_.size() == 1) awaitReply();
+}
+
+void Extension::prepare() {
+    if (pause_.running()) return;
+    if (!run_) return start();
+    if (waiting_.empty()) awaitReply();  // for the idle time anew
+}
+
+void Extension::renew() {
+    if (!run_) return;
+    end();
+    if (!waiting_.empty()) start();
+}
+
+void Extension::start() {
+    Fault fault;
+    auto process = spawn(command_, fault);
+    if (!process) return fail("cannot be started: " + fault.message());
+    run_ = std::make_shared<Run>(this, std::move(process));
+    for (const auto& question : waiting_) run_->write(question.line);
+    awaitReply();
+    run_->read();
+}
+
+/// Ends the process by ending its input, and by force if that does not do.
+void Extension::end() {
+    idle_.cancel();
+    reply_.cancel();
+    const auto run = std::exchange(run_, nullptr);
+    if (!run) return;
+    run->owner = nullptr;
+    g_output_stream_close(g_subprocess_get_stdin_pipe(run->process.get()), nullptr, nullptr);
+    const auto force = [](gpointer process) -> gboolean {
+        g_subprocess_force_exit(static_cast<GSubprocess*>(process));
+        return G_SOURCE_REMOVE;
+    };
+    g_timeout_add_seconds_full(G_PRIORITY_DEFAULT, farewellSeconds, force,
+                               g_object_ref(run->process.get()), g_object_unref);
+}
+
+void Extension::take(const char* line, std::size_t size) {
+    const auto reply = decodeReply({line, size});
+    if (!reply) return fail("answered with something that is no reply");
+    if (waiting_.empty() || reply->id != waiting_.front().id)
+        return fail("answered a question that was not asked");
+    failures_ = 0;
+    const auto answer = std::move(waiting_.front().answer);
+    waiting_.pop_front();
+    awaitReply();
+    answer(*reply);
+}
+
+void Extension::ended() {
+    if (!waiting_.empty()) return fail("ended without an answer");
+    end();
+}
+
+void Extension::fail(const std::string& why) {
+    if (run_) g_subprocess_force_exit(run_->process.get());
+    end();
+    const auto pause = pauseAfter(++failures_, patience_);
+    note("the extension " + why + "; asking it again in " + std::to_string(pause.count() / 1000) +
+         " s");
+    pause_.start(pause, [this] {
+        if (!waiting_.empty()) start();
+    });
+}
+
+void Extension::awaitReply() {
+    reply_.cancel();
+    idle_.cancel();
+    if (waiting_.empty())
+        idle_.start(patience_.idle, [this] { end(); });
+    else
+        reply_.start(patience_.reply, [this] { fail("does not answer"); });
+}
+
+}  // namespace tessary::client

@@ -1,0 +1,62 @@
+// What the gallery and the editor have in common: a window with a quiet line for what there is to
+// say, which Escape closes.
+//
+//     DialogWindow dialog{{420, 480}, [&] { owner.forget(); }};
+//     dialog.setTitle("Choose");
+//     dialog.add(list, true);
+//     dialog.present();
+//
+// Closing only tells its owner; the window goes with this object, and all that is in it.
+#pragma once
+
+#include <functional>
+#include <gtk/gtk.h>
+#include <string>
+
+#include "desktop/glib/timer.h"
+#include "desktop/places/placed_widget.h"
+
+namespace tessary::dialogs {
+
+using glib::Timer;
+using places::Size;
+
+/// What a label shows of a text: one line of it, no longer than any window is wide.
+std::string shortened(const std::string& text);
+
+/// A label that begins where its row begins; a quiet one is dimmed.
+GtkWidget* startLabel(const std::string& text, bool quiet);
+
+class DialogWindow {
+public:
+    /// As large as that or, where it has less room, as the screen. `closed` is called from the main
+    /// loop, and may destroy this.
+    DialogWindow(Size size, std::function<void()> closed);
+    DialogWindow(const DialogWindow&) = delete;
+    DialogWindow& operator=(const DialogWindow&) = delete;
+    ~DialogWindow();
+
+    void setTitle(const std::string& title);
+
+    /// The quiet line at the top; none for an empty text.
+    void setStatus(const std::string& text);
+
+    /// Adds below all others; one of them may grow.
+    void add(GtkWidget* widget, bool grows);
+
+    /// Shows it in front of the other windows.
+    void present();
+
+    void close() { closing_.start({}, closed_); }
+
+    GtkWidget* widget() const { return window_; }
+
+private:
+    std::function<void()> closed_;
+    GtkWidget* window_{gtk_window_new(GTK_WINDOW_TOPLEVEL)};
+    GtkWidget* box_{gtk_box_new(GTK_ORIENTATION_VERTICAL, 12)};
+    GtkWidget* status_{startLabel("", true)};
+    Timer closing_{};
+};
+
+}  // namespace tessary::dialogs

@@ -1,0 +1,148 @@
+#include "desktop/dialogs/gallery.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "desktop/client/inquiry.h"
+#include "desktop/dialogs/dialog_window.h"
+#include "desktop/windows/picture.h"
+
+namespace tessary::dialogs {
+
+using namespace places;
+using namespace client;
+using namespace windows;
+
+namespace {
+
+constexpr Size windowSize{620, 760};
+constexpr int mostScale = 4;
+
+GtkWidget* heading(const std::string& text) {
+    const auto label = startLabel(text, false);
+    const auto attributes = pango_attr_list_new();
+    pango_attr_list_insert(attributes, pango_attr_weight_new(PANGO_WEIGHT_BOLD));
+    pango_attr_list_insert(attributes, pango_attr_scale_new(PANGO_SCALE_LARGE));
+    gtk_label_set_attributes(GTK_LABEL(label), attributes);
+    pango_attr_list_unref(attributes);
+    gtk_label_set_ellipsize(GTK_LABEL(label), PANGO_ELLIPSIZE_END);
+    atk_object_set_role(gtk_widget_get_accessible(label), ATK_ROLE_HEADING);
+    return label;
+}
+
+}  // namespace
+
+struct Gallery::Parts {
+    /// A widget in one of its sizes.
+    struct Offer {
+        Parts& parts;
+        std::string kind{};
+        Family family{};
+        GtkWidget* image{gtk_image_new()};
+        GtkWidget* button{gtk_button_new()};
+    };
+
+    Parts(Extension& extension, Events theEvents)
+        : events{std::move(theEvents)},
+          inquiry{extension, [this] { ask(); }},
+          dialog{windowSize, events.closed} {
+        dialog.setTitle("Add a Widget");
+        const auto scrolled = gtk_scrolled_window_new(nullptr, nullptr);
+        gtk_container_add(GTK_CONTAINER(scrolled), list);
+        dialog.add(scrolled, true);
+        const auto rescaled = [](GObject*, GParamSpec*, gpointer self) {
+            static_cast<Parts*>(self)->inquiry.start();
+        };
+        g_signal_connect(dialog.widget(), "notify::scale-factor", G_CALLBACK(+rescaled), this);
+        dialog.setStatus("One moment…");
+        inquiry.start();
+    }
+
+    void ask() {
+        inquiry.ask({.request = "list"}, [this](const Reply& reply) {
+            if (reply.error) return dialog.setStatus(*reply.error);
+            dialog.setStatus(reply.kinds.empty() ? "There are no widgets to add." : "");
+            if (kinds != reply.kinds) fill(reply.kinds);
+            for (const auto& offer : offers) askPicture(*offer);
+        });
+    }
+
+    void askPicture(const Offer& offer) {
+        const int scale = std::clamp(gtk_widget_get_scale_factor(dialog.widget()), 1, mostScale);
+        const Request request{.request = "snapshot",
+                              .widget = offer.kind,
+                              .family = nameOf(offer.family),
+                              .scale = scale,
+                              .preview = true};
+        // The offers are replaced by a list's answer alone, for which all these have been awaited.
+        inquiry.ask(request, [this, &offer](const Reply& reply) {
+            if (reply.error) return dialog.setStatus(*reply.error);
+            if (!reply.timeline || reply.timeline->entries.empty()) return;
+            const auto& entry = reply.timeline->entries.front();
+            const auto pixels = decode(entry.picture, sizeOf(offer.family));
+            if (pixels) gtk_image_set_from_surface(GTK_IMAGE(offer.image), pixels.get());
+            atk_object_set_description(gtk_widget_get_accessible(offer.button), entry.text.c_str());
+        });
+    }
+
+    void fill(const std::vector<WidgetKind>& found) {
+        kinds = found;
+        gtk_container_foreach(
+            GTK_CONTAINER(list), [](GtkWidget* widget, gpointer) { gtk_widget_destroy(widget); },
+            nullptr);
+        offers.clear();
+        for (const auto& kind : kinds) addWidget(kind);
+        gtk_widget_show_all(list);
+    }
+
+    void addWidget(const WidgetKind& widget) {
+        const auto section = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
+        const auto description = startLabel(widget.description, true);
+        gtk_label_set_line_wrap(GTK_LABEL(description), TRUE);
+        gtk_label_set_line_wrap_mode(GTK_LABEL(description), PANGO_WRAP_WORD_CHAR);
+        const auto row = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 12);
+        for (const auto family : widget.families) addOffer(row, widget, family);
+        for (const auto part : {heading(widget.displayName), description, row})
+            gtk_box_pack_start(GTK_BOX(section), part, FALSE, FALSE, 0);
+        gtk_box_pack_start(GTK_BOX(list), section, FALSE, FALSE, 0);
+    }
+
+    void addOffer(GtkWidget* row, const WidgetKind& widget, Family family) {
+        const auto& offer = offers.emplace_back(new Offer{*this, widget.kind, family});
+        const auto [width, height] = sizeOf(family);
+        gtk_widget_set_size_request(offer->image, width, height);
+        const auto label = gtk_label_new(family == Family::small ? "Small" : "Medium");
+        const auto content = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
+        gtk_box_pack_start(GTK_BOX(content), offer->image, FALSE, FALSE, 0);
+        gtk_box_pack_start(GTK_BOX(content), label, FALSE, FALSE, 0);
+        gtk_container_add(GTK_CONTAINER(offer->button), content);
+        gtk_button_set_relief(GTK_BUTTON(offer->button), GTK_RELIEF_NONE);
+        const auto name = "Add " + shortened(widget.displayName) + ", " + nameOf(family);
+        atk_object_set_name(gtk_widget_get_accessible(offer->button), name.c_str());
+        const auto clicked = [](GtkButton*, gpointer data) {
+            const auto& chosen = *static_cast<const Offer*>(data);
+            chosen.parts.events.chosen(chosen.kind, chosen.family);
+        };
+        g_signal_connect(offer->button, "clicked", G_CALLBACK(+clicked), offer.get());
+        gtk_box_pack_start(GTK_BOX(row), offer->button, FALSE, FALSE, 0);
+    }
+
+    Events events;
+    GtkWidget* list{gtk_box_new(GTK_ORIENTATION_VERTICAL, 18)};
+    std::vector<WidgetKind> kinds{};
+    std::vector<std::unique_ptr<Offer>> offers{};
+    Inquiry inquiry;
+    DialogWindow dialog;  ///< the first to go, as its widgets tell the rest
+};
+
+Gallery::Gallery(Extension& extension, Events events)
+    : parts_{std::make_unique<Parts>(extension, std::move(events))} {}
+
+Gallery::~Gallery() = default;
+
+void Gallery::present() { parts_->dialog.present(); }
+
+void Gallery::reload() { parts_->inquiry.start(); }
+
+}  // namespace tessary::dialogs

@@ -1,0 +1,96 @@
+#include "desktop/windows/monitors.h"
+
+#include <algorithm>
+#include <gdk/gdk.h>
+#ifdef GDK_WINDOWING_X11
+#include <gdk/gdkx.h>
+#endif
+#include <utility>
+
+namespace tessary::windows {
+
+using namespace places;
+
+namespace {
+
+constexpr Monitor supposed{.area = {1280, 720}};
+
+std::string textOf(const char* text) { return text ? text : ""; }
+
+std::string connectorOf(GdkScreen* screen, int number) {
+    // The one call that tells it, and by the display's own numbers.
+    G_GNUC_BEGIN_IGNORE_DEPRECATIONS
+    char* name = gdk_screen_get_monitor_plug_name(screen, number);
+    G_GNUC_END_IGNORE_DEPRECATIONS
+    std::string connector = textOf(name);
+    g_free(name);
+    return connector;
+}
+
+Monitor describeMonitor(GdkMonitor* monitor, int number) {
+    GdkRectangle area{};
+    gdk_monitor_get_workarea(monitor, &area);
+    return {.name = MonitorName{textOf(gdk_monitor_get_manufacturer(monitor)),
+                                textOf(gdk_monitor_get_model(monitor)),
+                                connectorOf(gdk_screen_get_default(), number)},
+            .origin = {area.x, area.y},
+            .area = {area.width, area.height},
+            .number = number};
+}
+
+#ifdef GDK_WINDOWING_X11
+/// Panels are known by a property of the root window.
+GdkFilterReturn filterRoot(GdkXEvent* received, GdkEvent*, gpointer self) {
+    const auto event = static_cast<const XEvent*>(received);
+    if (event->type == PropertyNotify &&
+        event->xproperty.atom == gdk_x11_get_xatom_by_name("_NET_WORKAREA"))
+        (*static_cast<std::function<void()>*>(self))();
+    return GDK_FILTER_CONTINUE;
+}
+#endif
+
+}  // namespace
+
+std::vector<Monitor> monitors() {
+    const auto display = gdk_display_get_default();
+    std::vector<Monitor> all;
+    for (int i = 0; i < gdk_display_get_n_monitors(display); ++i) {
+        const auto monitor = gdk_display_get_monitor(display, i);
+        const auto at = gdk_monitor_is_primary(monitor) ? all.begin() : all.end();
+        all.insert(at, describeMonitor(monitor, i));
+    }
+    return all.empty() ? std::vector{supposed} : all;
+}
+
+MonitorWatch::MonitorWatch(std::function<void()> changed) : changed_{std::move(changed)} {
+    const auto display = gdk_display_get_default();
+    const auto screen = gdk_display_get_default_screen(display);
+    const auto call = [](gpointer self) { (*static_cast<std::function<void()>*>(self))(); };
+    const auto on = [&](gpointer object, const char* signal) {
+        g_signal_connect_swapped(object, signal, G_CALLBACK(+static_cast<void (*)(gpointer)>(call)),
+                                 &changed_);
+    };
+    on(display, "monitor-added");
+    on(display, "monitor-removed");
+    on(screen, "monitors-changed");
+    on(screen, "size-changed");
+#ifdef GDK_WINDOWING_X11
+    const auto root = gdk_screen_get_root_window(screen);
+    if (!GDK_IS_X11_SCREEN(screen)) return;
+    gdk_window_set_events(
+        root, static_cast<GdkEventMask>(gdk_window_get_events(root) | GDK_PROPERTY_CHANGE_MASK));
+    gdk_window_add_filter(root, filterRoot, &changed_);
+#endif
+}
+
+MonitorWatch::~MonitorWatch() {
+    const auto display = gdk_display_get_default();
+    const auto screen = gdk_display_get_default_screen(display);
+    g_signal_handlers_disconnect_by_data(display, &changed_);
+    g_signal_handlers_disconnect_by_data(screen, &changed_);
+#ifdef GDK_WINDOWING_X11
+    gdk_window_remove_filter(gdk_screen_get_root_window(screen), filterRoot, &changed_);
+#endif
+}
+
+}  // namespace tessary::windows

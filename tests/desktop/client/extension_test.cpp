@@ -1,0 +1,170 @@
+#include "desktop/client/extension.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <numeric>
+
+#include "desktop/main_loop.h"
+#include "support/container.h"
+#include "support/table.h"
+
+namespace tessary::client {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Stands in for the extension. Its n-th start behaves as its n-th word says, later ones as the
+// last.
+constexpr const char* standIn = R"(
+echo start >>"$0.starts"
+n=$(wc -l <"$0.starts")
+[ $n -le $# ] || n=$#
+shift $((n - 1))
+case $1 in hang) exec sleep 60 ;; deaf) exit 3 ;; dumb) exec >/dev/null ;; esac
+while read -r line; do
+    id=${line#*:} id=${id%%,*}
+    case $1 in
+        crash) kill -SEGV $$ ;;
+        garbage) echo 'assertion failed' ;;
+        other) echo '{"id":77,"error":"of another"}' ;;
+        half) echo "{\"id\":$id,\"error\":\"$id\"}"; exit ;;
+        twice) echo "{\"id\":$id,\"error\":\"$id\"}" ; echo "{\"id\":$id,\"error\":\"$id\"}" ;;
+        *) echo "{\"id\":$id,\"error\":\"$id\"}" ;;
+    esac
+done
+[ ! -e "$0.ends" ] || echo end >>"$0.ends"
+)";
+
+class Stand : public testing::Test {
+protected:
+    Stand() {
+        std::signal(SIGPIPE, SIG_IGN);  // as the program does
+        std::ofstream{script_} << standIn;
+    }
+    std::vector<std::string> command(const std::string& behaviours) const {
+        std::vector<std::string> words{"/bin/sh", script_};
+        std::istringstream in{behaviours};
+        words.insert(words.end(), std::istream_iterator<std::string>{in}, {});
+        return words;
+    }
+    long lines(const std::string& suffix) const {
+        std::ifstream in{script_ + suffix};
+        return std::count(std::istreambuf_iterator<char>{in}, {}, '\n');
+    }
+    void ask(Extension& extension, int questions) {
+        for (int i = 0; i < questions; ++i)
+            extension.ask({.request = "list"},
+                          [this](const Reply& reply) { answers_.push_back(*reply.error); });
+    }
+    static std::vector<std::string> numbers(int last) {
+        std::vector<std::string> all;
+        for (int i = 1; i <= last; ++i) all.push_back(std::to_string(i));
+        return all;
+    }
+
+    Container container_{};
+    std::string script_ = container_ / "extension";
+    std::vector<std::string> answers_{};
+    static constexpr Patience hasty{60s, 300ms, 1ms, 4ms};
+};
+
+// Whatever happens on the way, each question is answered once and in order.
+TEST_F(Stand, EveryQuestionIsAnsweredInTheEnd) {
+    // behaviours | starts
+    for (const auto& row : table(R"(
+        good                                        | 1
+        crash good                                  | 2
+        deaf good                                   | 2
+        garbage good                                | 2
+        other good                                  | 2
+        hang good                                   | 2
+        dumb good                                   | 2
+        half good                                   | 2
+        half half half                              | 3
+        twice good                                  | 2
+        crash garbage deaf other crash hang good    | 7
+    )")) {
+        std::filesystem::remove(script_ + ".starts");
+        answers_.clear();
+        Extension extension{command(row[0]), hasty};
+        ask(extension, 3);
+        EXPECT_TRUE(answers_.empty()) << "answered within the call";
+        EXPECT_TRUE(until([&] { return answers_.size() >= 3; })) << row[0];
+        EXPECT_EQ(answers_, numbers(3)) << row[0];
+        EXPECT_EQ(lines(".starts"), std::stoi(row[1])) << row[0];
+    }
+}
+
+TEST_F(Stand, EndsWhenItIsAskedNoMoreAndComesBackWhenItIs) {
+    std::ofstream{script_ + ".ends"}.flush();
+    Extension extension{command("good"), {.idle = 20ms}};
+    EXPECT_FALSE(extension.running());
+    for (int round = 1; round <= 3; ++round) {
+        ask(extension, 1);
+        EXPECT_TRUE(extension.running());
+        EXPECT_TRUE(until([&] { return !extension.running(); }));
+        EXPECT_EQ(answers_, numbers(round));
+        EXPECT_TRUE(until([&] { return lines(".ends") == round; }));  // by the end of its input
+    }
+    EXPECT_EQ(lines(".starts"), 3);
+}
+
+TEST_F(Stand, OneThatDiesUnaskedIsStartedForTheNextQuestion) {
+    Extension extension{command("half good"), hasty};
+    ask(extension, 1);
+    EXPECT_TRUE(until([&] { return answers_.size() == 1 && !extension.running(); }));
+    EXPECT_EQ(lines(".starts"), 1);
+    ask(extension, 1);
+    EXPECT_TRUE(until([&] { return answers_.size() == 2; }));
+    EXPECT_EQ(lines(".starts"), 2);
+}
+
+// A renewal asks another process for what is unanswered, without complaint; a preparation starts
+// one unless one runs.
+TEST_F(Stand, IsRenewedAndPrepared) {
+    std::ofstream{script_ + ".ends"}.flush();
+    Extension extension{command("hang good"), {.idle = 200ms, .reply = 60s, .firstPause = 60s}};
+    extension.renew();
+    EXPECT_FALSE(extension.running());
+    ask(extension, 2);
+    testing::internal::CaptureStderr();
+    extension.renew();
+    EXPECT_TRUE(until([&] { return answers_.size() == 2; }));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(answers_, numbers(2));
+    extension.renew();
+    EXPECT_FALSE(extension.running());
+    EXPECT_TRUE(until([&] { return lines(".ends") == 1; }));
+    for (int i = 0; i < 3; ++i) extension.prepare();
+    EXPECT_TRUE(extension.running());
+    ask(extension, 1);
+    EXPECT_TRUE(until([&] { return answers_.size() == 3; }));
+    EXPECT_TRUE(until([&] { return !extension.running(); }));
+    EXPECT_EQ(lines(".starts"), 3);
+}
+
+// One that nobody waits for is not tried again.
+TEST_F(Stand, OneThatIsNotInstalledIsFoundOnceItIs) {
+    const std::string late = container_ / "late";
+    Extension extension{{late, "good"}, hasty}, unasked{{late, "good"}, hasty};
+    ask(extension, 2);
+    unasked.prepare();
+    runFor(20ms);
+    EXPECT_TRUE(answers_.empty());
+    std::ofstream{late + ".new"} << "#!/bin/sh" << standIn;
+    std::filesystem::permissions(late + ".new", std::filesystem::perms::owner_all);
+    std::filesystem::rename(late + ".new", late);
+    EXPECT_TRUE(until([&] { return answers_.size() == 2; }));
+    EXPECT_EQ(answers_, numbers(2));
+    EXPECT_FALSE(unasked.running());
+}
+
+TEST(Extension, PausesDoubleUpToTheLongest) {
+    const std::pair<int, std::chrono::seconds> table[] = {
+        {1, 0s}, {2, 1s}, {3, 2s}, {4, 4s}, {10, 256s}, {11, 300s}, {1'000'000, 300s},
+    };
+    for (const auto& [failures, pause] : table) EXPECT_EQ(pauseAfter(failures, {}), pause);
+}
+
+}  // namespace
+}  // namespace tessary::client
