@@ -81,9 +81,9 @@ std::string standIn(const fs::path& file) {
     }
 }
 
-std::string fileProblem(const fs::path& file, const system::FileFault& fault) {
+std::string fileProblem(const fs::path& file, const foundation::Fault& fault) {
     const std::string cause = standIn(file) + brokenAt(file);
-    return fault.reason + (cause.empty() ? "" : ": " + cause);
+    return fault.message() + (cause.empty() ? "" : ": " + cause);
 }
 
 void noteStatus(FileFinding& finding, const fs::path& file) {

@@ -37,10 +37,11 @@ int report(int status, std::string message) {
     return status;
 }
 
-int print(const std::string& text) {
-    const auto fault = system::writeStandardOutput(text);
-    return fault ? report(failed, *fault) : done;
+int statusOf(const foundation::Result<void>& result) {
+    return result ? done : report(failed, result.fault().message());
 }
+
+int print(const std::string& text) { return statusOf(system::writeStandardOutput(text)); }
 
 std::string listAsJSON() {
     JSONWriter json{JSONWriter::Style::indented};
@@ -126,8 +127,7 @@ struct Runner {
     }
 
     int operator()(const ServeCommand& command) const {
-        const auto fault = serve(command);
-        return fault ? report(failed, *fault) : done;
+        return statusOf(extension::serve(command));
     }
 
     int operator()(const TimelineCommand& command) const {
@@ -222,8 +222,7 @@ private:
                                          std::to_string(count - 1));
         const std::string bytes = picture(kind, timeline.entries[options.entry], options);
         if (!options.output) return print(bytes);
-        const auto fault = system::writeFile(*options.output, bytes);
-        return fault ? report(failed, *fault) : done;
+        return statusOf(system::writeFile(*options.output, bytes));
     }
 
     /// Asks the widget in the surroundings of the request and hands on what it answers.

@@ -22,6 +22,7 @@
 namespace tessary::extension {
 
 namespace fs = std::filesystem;
+using foundation::Fault;
 
 namespace {
 
@@ -66,21 +67,21 @@ void keepMemorySmall() {
 }
 
 /// A descriptor that is not open would be given to something else.
-std::optional<std::string> closedStream() {
+foundation::Result<void> streamsAreOpen() {
     if (::fcntl(STDIN_FILENO, F_GETFD) < 0)
-        return std::string{"cannot read standard input: "} + std::strerror(errno);
+        return Fault{std::string{"cannot read standard input: "} + std::strerror(errno)};
     if (::fcntl(STDOUT_FILENO, F_GETFD) < 0)
-        return std::string{"cannot write standard output: "} + std::strerror(errno);
+        return Fault{std::string{"cannot write standard output: "} + std::strerror(errno)};
     const bool hasErrorStream = ::fcntl(STDERR_FILENO, F_GETFD) >= 0;
     if (!hasErrorStream && ::open("/dev/null", O_WRONLY) != STDERR_FILENO)
-        return "cannot open /dev/null";
-    return std::nullopt;
+        return Fault{"cannot open /dev/null"};
+    return {};
 }
 
 }  // namespace
 
-std::optional<std::string> serve(const ServeOptions& options) {
-    if (auto fault = closedStream()) return fault;
+foundation::Result<void> serve(const ServeOptions& options) {
+    if (auto streams = streamsAreOpen(); !streams) return streams;
     keepMemorySmall();
     system::Surroundings surroundings = surroundingsFor(options.request);
     sandbox::FileBroker broker{ServedFiles{options.request}};
@@ -88,7 +89,7 @@ std::optional<std::string> serve(const ServeOptions& options) {
     const system::ScopedSurroundings scope{surroundings};
 
     const auto open = sandbox::enterSandbox({.readable = drawing::fontPlaces()});
-    if (!open.empty() && options.requireSandbox) return "no whole sandbox: " + joined(open);
+    if (!open.empty() && options.requireSandbox) return Fault{"no whole sandbox: " + joined(open)};
     if (!open.empty())
         std::cerr << "tessary-widgets: running without a whole sandbox: " << joined(open) << '\n';
 

@@ -2,10 +2,8 @@
 // the input ends, in a sandbox (platform/sandbox/sandbox.h).
 #pragma once
 
-#include <optional>
-#include <string>
-
 #include "extension/request_options.h"
+#include "platform/foundation/result.h"
 
 namespace tessary::extension {
 
@@ -14,10 +12,9 @@ struct ServeOptions {
     bool requireSandbox{};     ///< refuse to go on where the kernel lacks a part of it
 };
 
-/// Serves until the input ends. What went wrong, if anything; a broker that was killed is thrown as
-/// std::runtime_error. What the kernel cannot shut of the
-/// sandbox is told once on standard error; with `requireSandbox` it is what went wrong, before a
-/// request is read.
-std::optional<std::string> serve(const ServeOptions& options);
+/// Serves until the input ends. A broker that was killed is thrown as std::runtime_error. What the
+/// kernel cannot shut of the sandbox is told once on standard error; with `requireSandbox` it is a
+/// fault, before a request is read.
+foundation::Result<void> serve(const ServeOptions& options);
 
 }  // namespace tessary::extension

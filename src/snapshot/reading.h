@@ -16,7 +16,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <variant>
 
 #include "platform/foundation/json_decoding.h"
 #include "platform/foundation/named_cases.h"
@@ -60,11 +59,13 @@ template <class Snapshot>
 struct Reading {
     Location location{};
     std::optional<system::FileContents> contents{};
-    std::optional<foundation::Decoded<Snapshot>> decoded{};
+    std::optional<foundation::Result<Snapshot, foundation::DecodingFault>> decoded{};
 
-    const std::string* bytes() const { return contents ? std::get_if<0>(&*contents) : nullptr; }
-    const system::FileFault* fileFault() const {
-        return contents ? std::get_if<1>(&*contents) : nullptr;
+    const std::string* bytes() const {
+        return contents && *contents ? &contents->value() : nullptr;
+    }
+    const foundation::Fault* fileFault() const {
+        return contents && !*contents ? &contents->fault() : nullptr;
     }
     const foundation::DecodingFault* decodingFault() const {
         return decoded && !*decoded ? &decoded->fault() : nullptr;

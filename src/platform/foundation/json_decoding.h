@@ -36,8 +36,9 @@
 #include <tuple>
 #include <type_traits>
 #include <utility>
-#include <variant>
 #include <vector>
+
+#include "platform/foundation/result.h"
 
 namespace tessary::foundation {
 
@@ -68,22 +69,6 @@ struct DecodingFault {
     /// "/pins/2/authExpired: expected true or false, found 0"
     std::string message() const;
     bool operator==(const DecodingFault&) const = default;
-};
-
-/// A decoded record, or the reason why there is none.
-template <class Record>
-class Decoded {
-public:
-    Decoded(Record record) : result_(std::move(record)) {}
-    Decoded(DecodingFault fault) : result_(std::move(fault)) {}
-
-    explicit operator bool() const { return result_.index() == 0; }
-    const Record& value() const& { return std::get<0>(result_); }
-    Record&& value() && { return std::get<0>(std::move(result_)); }
-    const DecodingFault& fault() const { return std::get<1>(result_); }
-
-private:
-    std::variant<Record, DecodingFault> result_;
 };
 
 /// What one compiled decoder needs to know of all types: field tables with the types taken away.
@@ -195,7 +180,7 @@ std::optional<DecodingFault> decode(std::string_view text, const Shape& shape, v
 /// Decodes one record from a whole text. Bad input never throws and never recurses. Beside the
 /// record itself it takes memory for the longest text value.
 template <TableRecord Record>
-Decoded<Record> decodeJSON(std::string_view text) {
+Result<Record, DecodingFault> decodeJSON(std::string_view text) {
     Record record{};
     if (auto fault = shapes::decode(text, shapes::shapeOf<Record>, &record))
         return *std::move(fault);

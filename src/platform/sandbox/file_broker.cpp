@@ -12,14 +12,13 @@
 #include <sys/socket.h>
 #include <system_error>
 #include <unistd.h>
-#include <variant>
 
 #include "platform/sandbox/sandbox.h"
 
 namespace tessary::sandbox {
 
+using foundation::Fault;
 using system::Descriptor;
-using system::FileFault;
 
 namespace {
 
@@ -83,13 +82,13 @@ std::optional<Message> receive(int channel) {
     return result;
 }
 
-FileFault refused(int error) { return {std::system_category().message(error)}; }
+Fault refused(int error) { return {std::system_category().message(error)}; }
 
-void answer(int channel, const std::variant<Descriptor, FileFault>& opened) {
-    if (const auto* fault = std::get_if<FileFault>(&opened))
-        send(channel, fault->reason, -1);
+void answer(int channel, const foundation::Result<Descriptor>& opened) {
+    if (opened)
+        send(channel, "opened", opened->number());
     else
-        send(channel, "opened", std::get<Descriptor>(opened).number());
+        send(channel, opened.fault().message(), -1);
 }
 
 /// Everything but the channel and standard error, where a sanitizer would speak.
@@ -109,7 +108,8 @@ void closeAllBut(int channel) {
     enterSandbox({});
     while (const auto asked = receive(channel)) {
         const std::filesystem::path path{asked->text};
-        answer(channel, mayOpen(path) ? system::openFile(path) : refused(EPERM));
+        answer(channel, mayOpen(path) ? system::openFile(path)
+                                      : foundation::Result<Descriptor>{refused(EPERM)});
     }
     ::_exit(0);
 }
@@ -135,8 +135,8 @@ system::FileContents FileBroker::read(const std::filesystem::path& path) {
     const bool isAsked = send(channel_.number(), path.native(), -1);
     const auto answer = isAsked ? receive(channel_.number()) : std::nullopt;
     isGone_ = !answer;
-    if (!answer) return FileFault{"the file broker is gone"};
-    if (answer->file.number() < 0) return FileFault{answer->text};
+    if (!answer) return Fault{"the file broker is gone"};
+    if (answer->file.number() < 0) return Fault{answer->text};
     return system::readFile(answer->file);
 }
 

@@ -8,7 +8,7 @@
 //     FileBroker broker{[](const std::filesystem::path& path) { return path == "/data/a.json"; }};
 //     enterSandbox({.readable = {{}}});                 // no path can be opened from here on
 //     broker.read("/data/a.json")                       // its bytes
-//     broker.read("/etc/passwd")                        // FileFault{"Operation not permitted"}
+//     broker.read("/etc/passwd")                        // Fault{"Operation not permitted"}
 #pragma once
 
 #include <atomic>

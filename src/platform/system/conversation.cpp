@@ -21,13 +21,13 @@ public:
     Conversation(const Ends& ends, const std::function<std::string(const Line&)>& answer)
         : ends_(ends), answer_(answer) {}
 
-    std::optional<std::string> hold() {
-        while (!fault_) {
+    foundation::Result<void> hold() {
+        while (state_) {
             if (unsent_.empty() && answerNext()) continue;
             if (unsent_.empty() && hasEnded_) break;
             waitAndMove();
         }
-        return fault_;
+        return state_;
     }
 
 private:
@@ -82,7 +82,9 @@ private:
         if (unsent_.empty()) std::string{}.swap(text_);  // an assignment would keep the room
     }
 
-    void fail(const std::string& what) { fault_ = what + ": " + std::strerror(errno); }
+    void fail(const std::string& what) {
+        state_ = foundation::Fault{what + ": " + std::strerror(errno)};
+    }
 
     Ends ends_;
     const std::function<std::string(const Line&)>& answer_;
@@ -90,7 +92,7 @@ private:
     std::string text_{};
     std::string_view unsent_{};  ///< of `text_`
     bool hasEnded_{};
-    std::optional<std::string> fault_{};
+    foundation::Result<void> state_{};
 };
 
 }  // namespace
@@ -122,8 +124,8 @@ std::optional<Line> LineCutter::next() {
     return line;
 }
 
-std::optional<std::string> hold(const Ends& ends,
-                                const std::function<std::string(const Line&)>& answer) {
+foundation::Result<void> hold(const Ends& ends,
+                              const std::function<std::string(const Line&)>& answer) {
     return Conversation{ends, answer}.hold();
 }
 

@@ -10,6 +10,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/foundation/result.h"
+
 namespace tessary::system {
 
 /// A line without its newline; or one that was longer than `longestLine`, of which nothing is kept.
@@ -49,9 +51,9 @@ struct Ends {
 
 /// Answers every line with one line, in order, until the input ends; an empty answer is not sent.
 /// Goes on reading while the other side does not take its answers, so that it may send many
-/// requests (4 MiB) before it reads the first reply. Returns what went wrong, if anything: the
-/// input cannot be read, or nobody takes the output any more.
-std::optional<std::string> hold(const Ends& ends,
-                                const std::function<std::string(const Line&)>& answer);
+/// requests (4 MiB) before it reads the first reply. Fails where the input cannot be read, or
+/// nobody takes the output any more.
+foundation::Result<void> hold(const Ends& ends,
+                              const std::function<std::string(const Line&)>& answer);
 
 }  // namespace tessary::system

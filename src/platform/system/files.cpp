@@ -13,15 +13,16 @@
 #include <utility>
 
 namespace tessary::system {
+
+using foundation::Fault;
+
 namespace {
 
-FileFault systemFault(int error) { return {std::system_category().message(error)}; }
+Fault systemFault(int error) { return {std::system_category().message(error)}; }
 
-FileFault notRegular() { return {"not a regular file"}; }
+Fault notRegular() { return {"not a regular file"}; }
 
-FileFault tooLarge() {
-    return {"larger than " + std::to_string(largestReadableFile >> 20U) + " MiB"};
-}
+Fault tooLarge() { return {"larger than " + std::to_string(largestReadableFile >> 20U) + " MiB"}; }
 
 int openForReading(const char* name) {
     int number = -1;
@@ -146,7 +147,7 @@ FileContents readSettled(int file) {
         }
         sleepFor(2 * millisecond);
     }
-    return FileFault{"being written to all the time"};
+    return Fault{"being written to all the time"};
 }
 
 }  // namespace
@@ -155,7 +156,7 @@ Descriptor::~Descriptor() {
     if (number_ >= 0) ::close(number_);
 }
 
-std::variant<Descriptor, FileFault> openFile(const std::filesystem::path& path) {
+foundation::Result<Descriptor> openFile(const std::filesystem::path& path) {
     if (path.native().find('\0') != std::string::npos) return systemFault(EINVAL);
 
     // Looked at before it is opened, because opening some devices does something; and looked at
@@ -176,9 +177,7 @@ FileContents readFile(const Descriptor& file) {
 }
 
 FileContents readFile(const std::filesystem::path& path) {
-    const auto opened = openFile(path);
-    if (const auto* fault = std::get_if<FileFault>(&opened)) return *fault;
-    return readFile(std::get<Descriptor>(opened));
+    return openFile(path).andThen([](const Descriptor& file) { return readFile(file); });
 }
 
 }  // namespace tessary::system

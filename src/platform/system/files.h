@@ -1,35 +1,30 @@
 // Reading a whole file that another program may be writing.
 //
 //     readFile("alarms.json")          // std::string{"{...}"}, all of its bytes
-//     readFile("no-such-file")         // FileFault{"No such file or directory"}
+//     readFile("no-such-file")         // Fault{"No such file or directory"}
 //
 // Opening and reading are two steps for a process that may not open files itself and is handed
 // them:
 //
 //     auto opened = openFile("alarms.json");
-//     if (auto* file = std::get_if<Descriptor>(&opened)) readFile(*file);
+//     if (opened) readFile(*opened);
 #pragma once
 
 #include <cstddef>
 #include <filesystem>
 #include <string>
 #include <utility>
-#include <variant>
+
+#include "platform/foundation/result.h"
 
 namespace tessary::system {
 
 /// A file larger than this counts as unreadable, in bytes. A snapshot is a few kilobytes.
 inline constexpr std::size_t largestReadableFile = std::size_t{16} << 20U;
 
-/// Why a file has no contents to give.
-struct FileFault {
-    /// "No such file or directory", "not a regular file", "larger than 16 MiB"
-    std::string reason{};
-    bool operator==(const FileFault&) const = default;
-};
-
-/// A file's contents, or why there are none.
-using FileContents = std::variant<std::string, FileFault>;
+/// A file's contents, or why there are none: "No such file or directory", "not a regular file",
+/// "larger than 16 MiB".
+using FileContents = foundation::Result<std::string>;
 
 /// Owns an open file descriptor; a negative one is none.
 class Descriptor {
@@ -50,7 +45,7 @@ private:
 
 /// Opens a regular file for reading, links followed. Anything else (a folder, a FIFO, a device, a
 /// socket) is a fault and is never waited for, nor is a path that holds NUL.
-std::variant<Descriptor, FileFault> openFile(const std::filesystem::path& path);
+foundation::Result<Descriptor> openFile(const std::filesystem::path& path);
 
 /// The bytes of an open file from start to end, all of one moment: never a part from before and a
 /// part from after a write. A file that one program or another goes on writing to for some 50

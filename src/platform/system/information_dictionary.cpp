@@ -4,7 +4,6 @@
 #include <memory>
 #include <plist/plist.h>
 #include <type_traits>
-#include <variant>
 
 #include "platform/system/binary_property_list.h"
 #include "platform/system/surroundings.h"
@@ -20,11 +19,10 @@ using PropertyList = std::unique_ptr<std::remove_pointer_t<plist_t>, FreePropert
 /// Nothing where the file is no property list.
 PropertyList readPropertyList(const std::filesystem::path& file) {
     const auto contents = surroundings().read(file);
-    const auto* const bytes = std::get_if<std::string>(&contents);
-    if (bytes == nullptr || bytes->size() > largestPropertyList) return nullptr;
-    if (isBinaryPropertyList(*bytes) && !isSoundBinaryPropertyList(*bytes)) return nullptr;
+    if (!contents || contents->size() > largestPropertyList) return nullptr;
+    if (isBinaryPropertyList(*contents) && !isSoundBinaryPropertyList(*contents)) return nullptr;
     plist_t list = nullptr;
-    plist_from_memory(bytes->data(), static_cast<std::uint32_t>(bytes->size()), &list);
+    plist_from_memory(contents->data(), static_cast<std::uint32_t>(contents->size()), &list);
     return PropertyList{list};
 }
 

@@ -7,10 +7,13 @@
 
 namespace tessary::system {
 
+using foundation::Fault;
+using foundation::Result;
+
 namespace {
 
-std::string reason(const std::string& target) {
-    return "cannot write " + target + ": " + std::strerror(errno);
+Fault cannotWrite(const std::string& target) {
+    return {"cannot write " + target + ": " + std::strerror(errno)};
 }
 
 bool writeAll(int descriptor, std::string_view bytes) {
@@ -25,20 +28,20 @@ bool writeAll(int descriptor, std::string_view bytes) {
 
 }  // namespace
 
-std::optional<std::string> writeStandardOutput(std::string_view bytes) {
-    if (!writeAll(STDOUT_FILENO, bytes)) return reason("standard output");
-    return std::nullopt;
+Result<void> writeStandardOutput(std::string_view bytes) {
+    if (!writeAll(STDOUT_FILENO, bytes)) return cannotWrite("standard output");
+    return {};
 }
 
-std::optional<std::string> writeFile(const std::filesystem::path& file, std::string_view bytes) {
+Result<void> writeFile(const std::filesystem::path& file, std::string_view bytes) {
     constexpr mode_t everybodyMayRead = 0666;  // less the user's mask
     const int descriptor =
         open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, everybodyMayRead);
-    if (descriptor < 0) return reason(file.string());
-    const bool written = writeAll(descriptor, bytes);
-    const std::string fault = written ? "" : reason(file.string());
-    if (close(descriptor) != 0 && written) return reason(file.string());
-    return written ? std::nullopt : std::optional{fault};
+    if (descriptor < 0) return cannotWrite(file.string());
+    Result<void> written;
+    if (!writeAll(descriptor, bytes)) written = cannotWrite(file.string());
+    if (close(descriptor) != 0 && written) written = cannotWrite(file.string());
+    return written;
 }
 
 }  // namespace tessary::system

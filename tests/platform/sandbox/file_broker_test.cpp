@@ -13,11 +13,9 @@ namespace tessary::sandbox {
 namespace {
 
 namespace fs = std::filesystem;
-using system::FileFault;
 
 std::string told(const system::FileContents& contents) {
-    const auto* fault = std::get_if<FileFault>(&contents);
-    return fault != nullptr ? "(" + fault->reason + ")" : std::get<std::string>(contents);
+    return contents ? *contents : "(" + contents.fault().message() + ")";
 }
 
 TEST(FileBroker, OpensWhatItMayAndLooksThePathUpEachTime) {

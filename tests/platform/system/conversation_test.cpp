@@ -51,7 +51,7 @@ struct Talk {
         input = Descriptor{in[1]};
         output = Descriptor{out[0]};
         thread = std::thread{[this] {
-            fault = hold(theirs, [](const Line& line) {
+            result = hold(theirs, [](const Line& line) {
                 return line.text == "silence" ? "" : line.text + std::string(20'000, '.');
             });
             ::close(theirs.output);
@@ -74,7 +74,7 @@ struct Talk {
     Descriptor input{};
     Descriptor output{};
     std::thread thread{};
-    std::optional<std::string> fault{};
+    foundation::Result<void> result{};
 };
 
 TEST(Conversation, TakesManyRequestsBeforeItsFirstAnswerIsRead) {
@@ -91,7 +91,7 @@ TEST(Conversation, TakesManyRequestsBeforeItsFirstAnswerIsRead) {
     talk.input = Descriptor{};
     EXPECT_EQ(talk.hear(), expected + "last" + std::string(20'000, '.') + "\n");
     talk.thread.join();
-    EXPECT_EQ(talk.fault, std::nullopt);
+    EXPECT_TRUE(talk.result);
 }
 
 TEST(Conversation, EndsWhenNobodyListens) {
@@ -101,7 +101,7 @@ TEST(Conversation, EndsWhenNobodyListens) {
         talk.output = Descriptor{};
         talk.say(said);
         talk.thread.join();  // though the input is open
-        EXPECT_EQ(talk.fault, "cannot write standard output: Broken pipe") << said;
+        EXPECT_EQ(talk.result.fault().message(), "cannot write standard output: Broken pipe");
     }
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string bytesOf(const fs::path& path) { return std::get<std::string>(readFile(path)); }
+std::string bytesOf(const fs::path& path) { return readFile(path).value(); }
 
 TEST(Files, GivesEveryByteOfARegularFile) {
     const TemporaryFolder folder;
@@ -43,8 +43,7 @@ TEST(Files, RefusesWhatIsNoRegularFileWithoutWaiting) {
         {"Invalid argument", {folder / std::string("sparse\0x", 8)}},
         {"larger than 16 MiB", {folder / "sparse"}}};
     for (const auto& [reason, paths] : rows)
-        for (const auto& path : paths)
-            EXPECT_EQ(std::get<FileFault>(readFile(path)).reason, reason);
+        for (const auto& path : paths) EXPECT_EQ(readFile(path).fault().message(), reason);
     fs::resize_file(folder / "sparse", largestReadableFile);
     EXPECT_EQ(bytesOf(folder / "sparse").size(), largestReadableFile);
 }
@@ -71,10 +70,9 @@ TEST(Files, NeverMixesWhatAFileHeldBeforeAndAfterAWrite) {
     int whole = 0;
     for (int reading = 0; reading < 400; ++reading) {
         const auto contents = readFile(file);
-        const auto* bytes = std::get_if<std::string>(&contents);
-        if (bytes == nullptr) continue;
-        EXPECT_GE(bytes->size(), 300'000);
-        EXPECT_TRUE(isOfOneWrite(*bytes)) << reading;
+        if (!contents) continue;
+        EXPECT_GE(contents->size(), 300'000);
+        EXPECT_TRUE(isOfOneWrite(*contents)) << reading;
         ++whole;
     }
     isDone = true;
@@ -95,7 +93,8 @@ TEST(Files, WaitsUntilAFileThatIsOpenForWritingHasSettled) {
     }};
     bool isRefused = false;  // unless the writer is held up for longer than a file takes to settle
     for (int attempt = 0; attempt < 50 && !isRefused; ++attempt)
-        isRefused = readFile(file) == FileContents{FileFault{"being written to all the time"}};
+        isRefused =
+            readFile(file) == FileContents{foundation::Fault{"being written to all the time"}};
     EXPECT_TRUE(isRefused);
     isDone = true;
     writer.join();
