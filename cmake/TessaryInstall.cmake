@@ -1,6 +1,6 @@
 # Where the program and its information dictionary go.
 #
-# The build leaves Info.plist beside the program in build/PRESET. An installation keeps the two at a
+# The build leaves info.json beside the program in build/PRESET. An installation keeps the two at a
 # fixed distance, so that the program finds it from its own folder and the prefix can move:
 #
 #     PREFIX/bin/tessary-widgets
@@ -8,13 +8,13 @@
 #     PREFIX/share/applications/, PREFIX/etc/xdg/autostart/, PREFIX/lib/systemd/user/
 #                                               # which start it by its name, from the PATH
 #     PREFIX/share/icons/hicolor/scalable/apps/
-#     PREFIX/share/tessary-widgets/Info.plist
+#     PREFIX/share/tessary-widgets/info.json
 #     PREFIX/share/tessary-widgets/schema/      # JSON Schemas, for writers of the files
 #
 # Include this after add_subdirectory(src); then `cmake --install build/release --prefix PREFIX`.
-string(REPLACE "&" "&amp;" TESSARY_APP_GROUP_XML "${TESSARY_APP_GROUP}")
-string(REPLACE "<" "&lt;" TESSARY_APP_GROUP_XML "${TESSARY_APP_GROUP_XML}")
-configure_file("${PROJECT_SOURCE_DIR}/data/Info.plist.in" "${PROJECT_BINARY_DIR}/Info.plist" @ONLY)
+string(REPLACE "\\" "\\\\" TESSARY_APP_GROUP_JSON "${TESSARY_APP_GROUP}")
+string(REPLACE "\"" "\\\"" TESSARY_APP_GROUP_JSON "${TESSARY_APP_GROUP_JSON}")
+configure_file("${PROJECT_SOURCE_DIR}/data/info.json.in" "${PROJECT_BINARY_DIR}/info.json" @ONLY)
 
 set_target_properties(tessary-widgets PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}")
 if(TESSARY_DESKTOP)
@@ -32,7 +32,7 @@ if(TESSARY_DESKTOP)
           DESTINATION lib/systemd/user)
 endif()
 install(TARGETS tessary-widgets RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
-install(FILES "${PROJECT_BINARY_DIR}/Info.plist"
+install(FILES "${PROJECT_BINARY_DIR}/info.json"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/tessary-widgets")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/data/schema"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/tessary-widgets"

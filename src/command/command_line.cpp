@@ -206,7 +206,7 @@ private:
         option(sub, group, "--container", words_.container, "DIR",
                "The shared container, the folder that holds widgets/ (default: the group's own)");
         option(sub, group, "--info", words_.info, "FILE",
-               "The information dictionary, a property list (default: the installed one)");
+               "The information dictionary, a JSON object (default: the installed one)");
     }
 
     void addRequestOptions(CLI::App* sub) {

@@ -39,7 +39,7 @@ std::vector<fs::path> dictionaryPlaces(const RequestOptions& options) {
     if (options.info) return {*options.info};
     std::error_code ignored;
     const fs::path folder = fs::read_symlink("/proc/self/exe", ignored).parent_path();
-    return {folder / "Info.plist", folder.parent_path() / "share/tessary-widgets/Info.plist"};
+    return {folder / "info.json", folder.parent_path() / "share/tessary-widgets/info.json"};
 }
 
 Surroundings surroundingsFor(const RequestOptions& options) {
@@ -49,8 +49,8 @@ Surroundings surroundingsFor(const RequestOptions& options) {
     if (options.container && !options.info) {
         result.information = anyGroup;
     } else {
-        result.information = [places = dictionaryPlaces(options)](std::string_view key) {
-            return dictionary(places).text(key);
+        result.information = [places = dictionaryPlaces(options)](std::string_view) {
+            return dictionary(places).appGroup();
         };
     }
     result.locale = localeFor(options);

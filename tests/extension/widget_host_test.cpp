@@ -9,9 +9,7 @@ namespace {
 
 TEST(WidgetHost, PutsARequestIntoTheSurroundingsItAsksFor) {
     const TemporaryFolder folder;
-    const auto info = folder.write("Info.plist",
-                                   "<plist version=\"1.0\"><dict><key>TessaryAppGroup</key>"
-                                   "<string>T1.x</string></dict></plist>");
+    const auto info = folder.write("info.json", R"({"TessaryAppGroup": "T1.x"})");
     setVariable("XDG_DATA_HOME", "/data");
     const auto groupAndContainer = [](const RequestOptions& options) {
         const auto made = surroundingsFor(options);
