@@ -152,9 +152,9 @@ FileContents readSettled(int file) {
 
 }  // namespace
 
-Descriptor::~Descriptor() {
-    if (number_ >= 0) ::close(number_);
-}
+Descriptor::~Descriptor() { close(); }
+
+bool Descriptor::close() { return number_ < 0 || ::close(std::exchange(number_, -1)) == 0; }
 
 foundation::Result<Descriptor> openFile(const std::filesystem::path& path) {
     if (path.native().find('\0') != std::string::npos) return systemFault(EINVAL);

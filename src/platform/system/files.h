@@ -38,6 +38,8 @@ public:
     ~Descriptor();
 
     int number() const { return number_; }
+    /// Closes it now, for whoever wants to know whether all that was written has arrived.
+    bool close();
 
 private:
     int number_;

@@ -3,7 +3,12 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <string>
+#include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
+
+#include "platform/system/files.h"
 
 namespace tessary::system {
 
@@ -11,6 +16,10 @@ using foundation::Fault;
 using foundation::Result;
 
 namespace {
+
+namespace fs = std::filesystem;
+
+constexpr mode_t everybodyMayRead = 0666;  // less the user's mask
 
 Fault cannotWrite(const std::string& target) {
     return {"cannot write " + target + ": " + std::strerror(errno)};
@@ -26,6 +35,59 @@ bool writeAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
+Result<void> writeStraight(const fs::path& file, std::string_view bytes) {
+    Descriptor open{
+        ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, everybodyMayRead)};
+    if (open.number() < 0 || !writeAll(open.number(), bytes)) return cannotWrite(file.string());
+    if (!open.close()) return cannotWrite(file.string());
+    return {};
+}
+
+/// A file beside another, under a name of its own; gone again unless it has been renamed.
+class Beside {
+public:
+    explicit Beside(const fs::path& file)
+        : path_(file.parent_path() /
+                ("." + file.filename().string() + "." + std::to_string(::getpid()))),
+          open_(::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, everybodyMayRead)) {}
+    ~Beside() {
+        if (isThere_) ::unlink(path_.c_str());
+    }
+    Beside(const Beside&) = delete;
+    Beside& operator=(const Beside&) = delete;
+
+    bool isOpen() const { return isThere_; }
+    bool fill(std::string_view bytes, const struct stat* like) const {
+        if (like != nullptr) ::fchmod(open_.number(), like->st_mode & 07777U);
+        return writeAll(open_.number(), bytes);
+    }
+    bool flush() const { return ::fsync(open_.number()) == 0; }
+    bool rename(const fs::path& file) {
+        isThere_ = !open_.close() || ::rename(path_.c_str(), file.c_str()) != 0;
+        return !isThere_;
+    }
+
+private:
+    fs::path path_;
+    Descriptor open_;
+    bool isThere_{open_.number() >= 0};
+};
+
+Result<void> replace(const fs::path& file, std::string_view bytes, bool outlasts) {
+    struct stat old {};
+    std::error_code ignored;
+    const bool isThere = ::stat(file.c_str(), &old) == 0;
+    const bool isReplaceable = isThere ? S_ISREG(old.st_mode) && old.st_uid == ::geteuid()
+                                       : !fs::is_symlink(file, ignored);
+    if (!isReplaceable) return writeStraight(file, bytes);
+    const fs::path place = isThere ? fs::canonical(file, ignored) : file;
+    Beside beside{place};
+    if (!beside.isOpen()) return writeStraight(file, bytes);
+    const bool isWritten = beside.fill(bytes, isThere ? &old : nullptr) &&
+                           (!outlasts || beside.flush()) && beside.rename(place);
+    return isWritten ? Result<void>{} : cannotWrite(file.string());
+}
+
 }  // namespace
 
 Result<void> writeStandardOutput(std::string_view bytes) {
@@ -33,15 +95,17 @@ Result<void> writeStandardOutput(std::string_view bytes) {
     return {};
 }
 
-Result<void> writeFile(const std::filesystem::path& file, std::string_view bytes) {
-    constexpr mode_t everybodyMayRead = 0666;  // less the user's mask
-    const int descriptor =
-        open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, everybodyMayRead);
-    if (descriptor < 0) return cannotWrite(file.string());
-    Result<void> written;
-    if (!writeAll(descriptor, bytes)) written = cannotWrite(file.string());
-    if (close(descriptor) != 0 && written) written = cannotWrite(file.string());
-    return written;
+Result<void> writeFile(const fs::path& file, std::string_view bytes) {
+    return replace(file, bytes, false);
+}
+
+Result<void> saveFile(const fs::path& file, std::string_view bytes) {
+    std::error_code fault;
+    const fs::path folder = file.parent_path();
+    const bool isNew = fs::create_directories(folder, fault);
+    if (isNew) fs::permissions(folder, fs::perms::owner_all, fault);
+    if (fault) return Fault{"cannot make " + folder.string() + ": " + fault.message()};
+    return replace(file, bytes, true);
 }
 
 }  // namespace tessary::system

@@ -1,0 +1,28 @@
+#include "platform/system/folders.h"
+
+#include <cstdlib>
+
+namespace tessary::system {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::optional<fs::path> absolutePath(const char* variable) {
+    const char* const value = std::getenv(variable);
+    if (value == nullptr || value[0] != '/') return std::nullopt;
+    return fs::path{value};
+}
+
+std::optional<fs::path> folder(const char* variable, const char* belowHome) {
+    if (auto named = absolutePath(variable)) return named;
+    if (auto home = absolutePath("HOME")) return *home / belowHome;
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<fs::path> dataFolder() { return folder("XDG_DATA_HOME", ".local/share"); }
+
+std::optional<fs::path> settingsFolder() { return folder("XDG_CONFIG_HOME", ".config"); }
+
+}  // namespace tessary::system
