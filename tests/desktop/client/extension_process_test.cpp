@@ -1,4 +1,4 @@
-#include "desktop/client/extension.h"
+#include "desktop/client/extension_process.h"
 
 #include <csignal>
 #include <gtest/gtest.h>
@@ -86,7 +86,7 @@ TEST_F(Stand, EveryQuestionIsAnsweredInTheEnd) {
     )")) {
         std::filesystem::remove(script_ + ".starts");
         answers_.clear();
-        Extension extension{command(row[0]), hasty};
+        ExtensionProcess extension{command(row[0]), hasty};
         ask(extension, 3);
         EXPECT_TRUE(answers_.empty()) << "answered within the call";
         EXPECT_TRUE(until([&] { return answers_.size() >= 3; })) << row[0];
@@ -97,7 +97,7 @@ TEST_F(Stand, EveryQuestionIsAnsweredInTheEnd) {
 
 TEST_F(Stand, EndsWhenItIsAskedNoMoreAndComesBackWhenItIs) {
     std::ofstream{script_ + ".ends"}.flush();
-    Extension extension{command("good"), {.idle = 20ms}};
+    ExtensionProcess extension{command("good"), {.idle = 20ms}};
     EXPECT_FALSE(extension.running());
     for (int round = 1; round <= 3; ++round) {
         ask(extension, 1);
@@ -110,7 +110,7 @@ TEST_F(Stand, EndsWhenItIsAskedNoMoreAndComesBackWhenItIs) {
 }
 
 TEST_F(Stand, OneThatDiesUnaskedIsStartedForTheNextQuestion) {
-    Extension extension{command("half good"), hasty};
+    ExtensionProcess extension{command("half good"), hasty};
     ask(extension, 1);
     EXPECT_TRUE(until([&] { return answers_.size() == 1 && !extension.running(); }));
     EXPECT_EQ(lines(".starts"), 1);
@@ -123,7 +123,8 @@ TEST_F(Stand, OneThatDiesUnaskedIsStartedForTheNextQuestion) {
 // one unless one runs.
 TEST_F(Stand, IsRenewedAndPrepared) {
     std::ofstream{script_ + ".ends"}.flush();
-    Extension extension{command("hang good"), {.idle = 200ms, .reply = 60s, .firstPause = 60s}};
+    ExtensionProcess extension{command("hang good"),
+                               {.idle = 200ms, .reply = 60s, .firstPause = 60s}};
     extension.renew();
     EXPECT_FALSE(extension.running());
     ask(extension, 2);
@@ -146,7 +147,7 @@ TEST_F(Stand, IsRenewedAndPrepared) {
 // One that nobody waits for is not tried again.
 TEST_F(Stand, OneThatIsNotInstalledIsFoundOnceItIs) {
     const std::string late = container_ / "late";
-    Extension extension{{late, "good"}, hasty}, unasked{{late, "good"}, hasty};
+    ExtensionProcess extension{{late, "good"}, hasty}, unasked{{late, "good"}, hasty};
     ask(extension, 2);
     unasked.prepare();
     runFor(20ms);
