@@ -13,7 +13,7 @@ import sys
 import tempfile
 
 sys.dont_write_bytecode = True
-from screens import WaylandScreen, X11Screen, until  # noqa: E402
+from screens import CORNER, WaylandScreen, X11Screen, until  # noqa: E402
 from services import Logind, spoken  # noqa: E402
 
 SKIPPED = 77
@@ -22,6 +22,7 @@ FIRST, FIRST_NUMBER = (20, 20, 164, 164), (30, 80, 100, 50)
 SECOND = (20, 220, 344, 164)
 THIRD, THIRD_MEDIUM = (400, 20, 164, 164), (400, 20, 344, 164)
 DRAGGED = (516, 80, 344, 164)
+BESIDE_FIRST = (190, 20, 200, 180)
 TWO_WIDGETS = "1  alarms  small  20,20\n2  metric  medium  20,220{}\n"
 
 
@@ -57,7 +58,7 @@ class Room:
 
     def end(self):
         assert self.desktop.wait(10) == 0
-        until(lambda: self.screen.picture().is_black(), "an empty screen")
+        until(lambda: self.screen.picture().is_bare(), "an empty screen")
 
     def extensions(self):
         tasks = pathlib.Path(f"/proc/{self.desktop.pid}/task").glob("*/children")
@@ -158,6 +159,10 @@ def opens_windows(room):
     expect("--edit 1", 1, complaint="widget 1 shows no pin")
     expect("--edit 3", 0)
     room.screen.await_window("Choose a Pinned alarm")
+    room.screen.keys("Down", "Down", "Down", "Return")
+    listed(room, "3  alarm  medium  400,20  ingest-lambda-errors\n")
+    expect("--edit 3", 0)
+    room.screen.await_window("Choose a Pinned alarm")
     room.screen.keys(*"prod", "space", *"queue", "Return")
     listed(room, "3  alarm  medium  400,20  queue-age\n")
     expect("--gallery", 0)
@@ -166,13 +171,23 @@ def opens_windows(room):
     listed(room, "\n4  metric  medium  ")
     listed(room, "  orders-db CPU\n")
     room.screen.keys("Escape")
+    expect("--edit 4", 0)
+    room.screen.await_window("Choose a Pinned metric")
     expect("--remove 4", 0)
+    until(lambda: not room.screen.has_window("Choose a"), "the end of a removed widget's editor")
     room.until_card(*THIRD_MEDIUM)
 
 
 def obeys_the_pointer(room):
     room.screen.click(100, 100)
     room.until_noted("no program is installed that opens tessary://alarms\n")
+    room.screen.move(100, 100)
+    until(lambda: not room.screen.picture().is_bare(*BESIDE_FIRST), "the tooltip")
+    room.screen.focus("Alarms firing")
+    for keys, place in (("Right", "Down"), "40,40"), (("Left", "Up"), "20,20"):
+        room.screen.keys(*keys)
+        listed(room, f"1  alarms  small  {place}\n")
+    room.screen.move(*CORNER)
     until(lambda: not room.extensions(), "the end of an extension that nobody asks")
     room.screen.drag(500, 100, 118, 63)
     room.until_card(*DRAGGED)
@@ -181,13 +196,13 @@ def obeys_the_pointer(room):
     room.screen.click(620, 180, button=3)
     room.until_other(before, (630, 190, 20, 20), "the menu")
     room.screen.keys("Down", "Down", "Down", "Return")  # Remove Widget
-    until(lambda: not any(room.look(*DRAGGED)), "the third widget's going")
+    until(lambda: room.screen.picture().is_bare(*DRAGGED), "the third widget's going")
     expect("--list", 0, TWO_WIDGETS.format("  orders-db CPU"))
 
 
 def comes_back_with_its_monitor(room):
     if room.screen.unplug(True):
-        until(lambda: room.screen.picture().is_black(), "an empty screen")
+        until(lambda: room.screen.picture().is_bare(), "an empty screen")
         room.screen.unplug(False)
         room.until_card(*FIRST)
         room.until_card(*SECOND)
@@ -227,6 +242,25 @@ def starts_again(room):
     assert pathlib.Path(aside).read_text() == "{"
 
 
+def is_sharp(room):
+    """The gallery on a fine screen has a widget's pixels as they are drawn for that."""
+    words = "render alarms --request snapshot --preview --scale 2 -o alarms.png --container".split()
+    drawn = pathlib.Path(PROGRAM).with_name("tessary-widgets")
+    folder = room.container.parent
+    subprocess.check_call([drawn, *words, room.container], cwd=folder)
+    pixels = subprocess.check_output("convert alarms.png -depth 8 rgb:-".split(), cwd=folder)
+    rows = [pixels[3 * 328 * y :][120:840] for y in range(30, 60)]
+    room.screen.refine()
+    expect("--add metric", 0, "1\n")
+    room.start()
+    until(lambda: not room.screen.picture().is_bare(), "a card")
+    expect("--gallery", 0)
+    room.screen.await_window("Add a Widget")
+    until(lambda: room.screen.picture().holds(rows), "a widget's own pixels")
+    expect("--quit", 0)
+    room.end()
+
+
 def story(room):
     logind = Logind()
     without_a_desktop(room)
@@ -239,6 +273,7 @@ def story(room):
     obeys_the_pointer(room)
     comes_back_with_its_monitor(room)
     starts_again(room)
+    is_sharp(room)
 
 
 def main():
