@@ -18,7 +18,7 @@ public:
 
     /// Answers the question that has waited longest.
     void answer(const Reply& reply) {
-        const auto [request, answer] = std::move(asked.front());
+        const auto [request, answer] = std::move(asked.at(0));
         asked.pop_front();
         answer(reply);
     }
