@@ -141,19 +141,18 @@ private:
     std::vector<Monitor> monitors_{{.name = MonitorName{.connector = "A"}, .area = {1000, 500}}};
     Asked extension_{};
     ShownDialogs dialogs_{};
-    Desktop desktop_{
-        {.extension = extension_,
-         .dialogs = dialogs_,
-         .openCard = [](auto events) { return std::make_unique<ShownCard>(events); },
-         .monitors = [this] { return monitors_; },
-         .now = [this] { return now_; },
-         .wake =
-             [this](double moment) {
-                 wake_ = moment;
-                 tell((std::ostringstream{} << "wake " << moment).str());
-             },
-         .note = [](const std::string& words) { tell("note: " + words); }},
-        [this](const Command& command) { carry(command); }};
+    Desktop desktop_{{.extension = extension_,
+                      .dialogs = dialogs_,
+                      .openCard = [](auto events) { return std::make_unique<ShownCard>(events); },
+                      .monitors = [this] { return monitors_; },
+                      .now = [this] { return now_; },
+                      .wake =
+                          [this](double moment) {
+                              wake_ = moment;
+                              tell((std::ostringstream{} << "wake " << moment).str());
+                          },
+                      .note = [](const std::string& words) { tell("note: " + words); }},
+                     [this](const Command& command) { carry(command); }};
 };
 
 /// Rows of what happens and what is asked and shown then.
