@@ -8,9 +8,10 @@
 #include <utility>
 
 #include "desktop/command.h"
-#include "desktop/desktop.h"
+#include "desktop/glib/connect.h"
 #include "desktop/glib/handles.h"
 #include "desktop/glib/note.h"
+#include "desktop/live_desktop.h"
 #include "desktop/places/state.h"
 #include "desktop/windows/monitors.h"
 #include "desktop/windows/widget_window.h"
@@ -40,19 +41,18 @@ public:
     explicit Instance(GApplication* application) : application_{application} {}
 
     Outcome carry(const Command& command) try {
-        const auto& folders = desktop_ ? desktop_->folders() : Desktop::Folders{};
-        if (desktop_ && !command.container.empty() && command.container != folders.container)
+        if (live_ && !command.container.empty() && command.container != live_->folders().container)
             return {.status = 1,
-                    .complaint =
-                        "the desktop that runs shows " + folders.container + ", --quit ends it"};
+                    .complaint = "the desktop that runs shows " + live_->folders().container +
+                                 ", --quit ends it"};
         switch (command.action) {
             case Action::start: return start(command);
             case Action::gallery: return openGallery(command);
             case Action::openEditor:
-                return withWidget(command, [&] { desktop_->openEditor(command.number); });
+                return withWidget(command, [&] { live_->desktop().openEditor(command.number); });
             case Action::openLink:
-                return withWidget(command, [&] { desktop_->openLink(command.number); });
-            case Action::reload: return tell([this] { desktop_->reload(); });
+                return withWidget(command, [&] { live_->desktop().openLink(command.number); });
+            case Action::reload: return tell([this] { live_->desktop().reload(); });
             case Action::quit: return tell([this] { quit(); });
             case Action::list:
             case Action::add:
@@ -67,26 +67,26 @@ public:
     }
 
     void quit() {
-        if (!std::exchange(desktop_, nullptr)) return;
+        if (!std::exchange(live_, nullptr)) return;
         g_application_release(application_);
     }
 
 private:
     Outcome start(const Command& command) {
-        if (desktop_) return {};
+        if (live_) return {};
         if (!openDisplay())
             return {.status = 1, .complaint = "there is no display to show widgets on"};
         const auto widgets = loadWidgets(stateFile());
         auto container = command.container.empty() ? defaultContainer() : command.container;
-        desktop_ = std::make_unique<Desktop>(Desktop::Folders{std::move(container), command.info},
-                                             [this](const Command& chosen) {
-                                                 const auto outcome = carry(chosen);
-                                                 if (outcome.status != 0) note(outcome.complaint);
-                                             });
+        const auto chosen = [this](const Command& byUser) {
+            const auto outcome = carry(byUser);
+            if (outcome.status != 0) note(outcome.complaint);
+        };
+        live_ = std::make_unique<LiveDesktop>(Folders{std::move(container), command.info}, chosen);
         g_application_hold(application_);
         widgets_ = widgets;
         settle();
-        desktop_->show(widgets_);
+        live_->desktop().show(widgets_);
         return {};
     }
 
@@ -101,38 +101,38 @@ private:
 
     template <class Do>
     Outcome tell(Do what) {
-        if (!desktop_) return {.status = 1, .complaint = "no desktop runs"};
+        if (!live_) return {.status = 1, .complaint = "no desktop runs"};
         what();
         return {};
     }
 
     Outcome openGallery(const Command& command) {
         auto outcome = start(command);
-        if (desktop_) desktop_->openGallery();
+        if (live_) live_->desktop().openGallery();
         return outcome;
     }
 
     template <class Do>
     Outcome withWidget(const Command& command, Do what) {
-        if (!desktop_) return tell([] {});
+        if (!live_) return tell([] {});
         auto outcome = carryOut(command, widgets_, supposed);
         if (outcome.status == 0) what();
         return outcome;
     }
 
     Outcome change(const Command& command) {
-        auto widgets = desktop_ ? widgets_ : loadWidgets(stateFile());
+        auto widgets = live_ ? widgets_ : loadWidgets(stateFile());
         const auto before = widgets;
-        auto outcome = carryOut(command, widgets, desktop_ ? monitors() : supposed);
+        auto outcome = carryOut(command, widgets, live_ ? monitors() : supposed);
         if (widgets == before) return outcome;
         saveWidgets(stateFile(), widgets);
-        if (desktop_) desktop_->show(widgets_ = widgets);
+        if (live_) live_->desktop().show(widgets_ = widgets);
         return outcome;
     }
 
     GApplication* application_;
     std::vector<PlacedWidget> widgets_{};  ///< while a desktop runs
-    std::unique_ptr<Desktop> desktop_{};
+    std::unique_ptr<LiveDesktop> live_{};
 };
 
 int answerCall(Instance& instance, GApplicationCommandLine* line) {
@@ -154,11 +154,8 @@ int runApplication(const std::vector<std::string>& words) {
     const Object<GApplication> application{
         g_application_new(applicationId, G_APPLICATION_HANDLES_COMMAND_LINE)};
     Instance instance{application.get()};
-    const auto called = [](GApplication*, GApplicationCommandLine* line, gpointer self) {
-        return answerCall(*static_cast<Instance*>(self), line);
-    };
-    using Called = int (*)(GApplication*, GApplicationCommandLine*, gpointer);
-    g_signal_connect(application.get(), "command-line", G_CALLBACK(+Called{called}), &instance);
+    connect(application.get(), "command-line",
+            [&instance](GApplicationCommandLine* line) { return answerCall(instance, line); });
     const auto end = [](gpointer self) -> gboolean {
         static_cast<Instance*>(self)->quit();
         return G_SOURCE_CONTINUE;

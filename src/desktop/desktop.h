@@ -1,9 +1,9 @@
-// The desktop that runs: a window for each placed widget, the extension that draws them, and
-// whatever makes them be asked for anew.
+// What the desktop does when something happens: it asks for the widgets' timelines and shows their
+// entries as they fall due. Who answers, what shows and what time it is are handed in.
 //
-//     openDisplay();
-//     Desktop desktop{folders, [](const Command& chosen) { ... }};
-//     desktop.show(widgets);
+//     Desktop desktop{{.extension = extension, .dialogs = dialogs, .openCard = ...}, chosen};
+//     desktop.show(widgets);            // asks for each of them
+//     desktop.signs().clock.clockSet()  // asks for all of them anew
 #pragma once
 
 #include <functional>
@@ -15,48 +15,51 @@
 #include "desktop/client/extension.h"
 #include "desktop/command.h"
 #include "desktop/dialogs/dialogs.h"
-#include "desktop/glib/timer.h"
 #include "desktop/places/placed_widget.h"
 #include "desktop/signs/path_watch.h"
-#include "desktop/signs/session_lock.h"
 #include "desktop/signs/wall_alarm.h"
-#include "desktop/windows/monitors.h"
+#include "desktop/windows/card.h"
 
 namespace tessary::desktop {
 
-using client::Extension;
-using client::Reply;
-using dialogs::Dialogs;
-using glib::Timer;
-using places::PlacedWidget;
-using signs::PathWatch;
-using signs::SessionLock;
-using signs::WallAlarm;
-using windows::MonitorWatch;
+using windows::Card;
+
+/// What it stands on; each has to be there, for longer than the desktop is.
+struct Ground {
+    client::Extension& extension;
+    dialogs::Dialogs& dialogs;
+    std::function<std::unique_ptr<Card>(Card::Events)> openCard{};
+    std::function<std::vector<Monitor>()> monitors{};  ///< at least one
+    std::function<double()> now{};                     ///< seconds since 1970
+    std::function<void(double moment)> wake{};         ///< once, by the clock's sign
+    std::function<void(const std::string& words)> note{};
+};
+
+/// What makes it look again: what to call when that happens.
+struct Signs {
+    signs::WallAlarm::Events clock{};
+    signs::PathWatch::Events files{};  ///< of the container
+    signs::PathWatch::Events zone{};   ///< the file of the machine's zone
+    std::function<void(bool locked)> lock{};
+    std::function<void()> monitors{};
+};
 
 class Desktop {
 public:
-    struct Folders {
-        std::string container{};
-        std::string info{};  ///< the information dictionary; empty: the extension's own
-        bool operator==(const Folders&) const = default;
-    };
-
-    /// `chosen` is called for what a user chooses in a widget's menu. Needs an open display. Throws
-    /// std::runtime_error where the system lacks what it takes.
-    Desktop(Folders folders, std::function<void(const Command&)> chosen);
+    /// `chosen` is called for what a user chooses in a widget's menu or the dialogs.
+    Desktop(Ground ground, std::function<void(const Command&)> chosen);
     ~Desktop();
 
-    const Folders& folders() const { return folders_; }
+    Signs signs();
 
-    /// Shows these widgets and no others; those that stay keep their windows.
+    /// Shows these widgets and no others; those that stay keep their cards.
     void show(const std::vector<PlacedWidget>& widgets);
 
     /// Asks for all widgets anew, and for what the gallery and the editors show.
     void reload();
 
     /// Opens the window in which widgets are added.
-    void openGallery() { dialogs_.openGallery(); }
+    void openGallery() { ground_.dialogs.openGallery(); }
 
     /// Opens the window in which that widget's pin is chosen; nothing where there is no such widget
     /// or it shows no pin.
@@ -73,22 +76,14 @@ private:
     void arrange();
     void ask(const std::shared_ptr<Shown>& shown);
     void keepDefault(const std::shared_ptr<Shown>& shown);
-    void answered(const std::shared_ptr<Shown>& shown, const Reply& reply);
+    void answered(const std::shared_ptr<Shown>& shown, const client::Reply& reply);
     void look();
 
-    Folders folders_;
+    Ground ground_;
     std::function<void(const Command&)> chosen_;
     std::map<int, std::shared_ptr<Shown>> shown_{};  ///< by number
     std::map<std::string, std::string> names_{};     ///< by kind
     bool redacted_{};
-    Extension extension_;
-    Dialogs dialogs_;
-    WallAlarm alarm_;
-    PathWatch files_;
-    PathWatch zone_;
-    SessionLock lock_;
-    MonitorWatch monitorWatch_;
-    Timer arranging_{};
 };
 
 }  // namespace tessary::desktop

@@ -18,6 +18,7 @@ from wayland_input import VirtualInput
 
 SIZE = WIDTH, HEIGHT = 1000, 500
 CORNER = WIDTH - 1, HEIGHT - 1  # where the pointer waits
+GROUND = "#204060"  # which no card is of
 NOBODY = 65534
 
 
@@ -42,17 +43,21 @@ class Picture:
         rows = range(y, y + height)
         return b"".join(self.bytes[3 * (row * WIDTH + x) :][: 3 * width] for row in rows)
 
-    def is_black(self):
-        """But for the waiting pointer, which a picture may include."""
-        return not any(self.part(0, 0, WIDTH, HEIGHT - 8))
+    def is_bare(self, x=0, y=0, width=WIDTH, height=HEIGHT - 8):
+        """Shows the ground; by default but for the waiting pointer, which a picture may include."""
+        return self.part(x, y, width, height) == bytes.fromhex(GROUND[1:]) * (width * height)
+
+    def holds(self, rows):
+        return all(row in self.bytes for row in rows)
 
     def has_card(self, x, y, width, height):
         """Something from edge to edge, round corners, and nothing beyond."""
         middle, right = (x + width // 2, y + height // 2), (x + width - 1, y + height - 1)
         edges = (x, middle[1]), (right[0], middle[1]), (middle[0], y), (middle[0], right[1])
-        corner = self.part(x, y, 3, 3) + self.part(x + width - 3, y + height - 3, 3, 3)
-        beyond = self.part(x - 8, y - 8, width + 16, 8) + self.part(x + width, y - 8, 8, height + 16)
-        return all(any(self.part(*at, 1, 1)) for at in edges) and not any(corner + beyond)
+        corners = (x, y, 3, 3), (right[0] - 2, right[1] - 2, 3, 3)
+        beyond = (x - 8, y - 8, width + 16, 8), (x + width, y - 8, 8, height + 16)
+        bare = all(self.is_bare(*part) for part in corners + beyond)
+        return bare and not any(self.is_bare(*at, 1, 1) for at in edges)
 
     def save(self, file):
         convert = f"convert -size {WIDTH}x{HEIGHT} -depth 8 rgb:- png:{file}"
@@ -60,7 +65,7 @@ class Picture:
 
 
 class Screen:
-    """Black, without panels. The bus is the session's and the system's in one."""
+    """Of one colour, without panels. The bus is the session's and the system's in one."""
 
     def __init__(self, folder):
         self.folder, self.ends = pathlib.Path(folder), contextlib.ExitStack()
@@ -122,11 +127,12 @@ class X11Screen(Screen):
 
     def open(self):
         reader, writer = os.pipe()
-        words = f"Xvfb -screen 0 {WIDTH}x{HEIGHT}x24 -displayfd {writer}".split()
+        words = f"Xvfb -noreset -screen 0 {WIDTH}x{HEIGHT}x24 -displayfd {writer}".split()
         self.start(words, pass_fds=[writer], stderr=subprocess.DEVNULL)
         os.close(writer)
         with open(reader, encoding="ascii") as lines:
             os.environ |= {"DISPLAY": f":{lines.readline().strip()}", "GDK_BACKEND": "x11"}
+        subprocess.check_call(["xsetroot", "-solid", GROUND])
 
     def picture(self):
         return Picture(subprocess.check_output("import -window root -depth 8 rgb:-".split()))
@@ -141,7 +147,17 @@ class X11Screen(Screen):
         self.tell("key", *names)
 
     def await_window(self, title):
+        """Also gives it the keyboard, as there is no window manager that would."""
         self.tell("search", "--sync", "--onlyvisible", "--name", title, "windowfocus", "--sync")
+
+    focus = await_window
+
+    def has_window(self, title):
+        return subprocess.call(["xdotool", "search", "--onlyvisible", "--name", title]) == 0
+
+    def refine(self):
+        """Two pixels a point, for programs that are started from now on."""
+        os.environ["GDK_SCALE"] = "2"
 
     def unplug(self, out):
         # What xrandr cannot do after that, making the screen's size none, is of no interest.
@@ -160,7 +176,7 @@ class WaylandScreen(Screen):
     CONFIG = f"""
         xwayland disable
         output * mode --custom {WIDTH}x{HEIGHT}@60Hz
-        output * bg #000000 solid_color
+        output * bg {GROUND} solid_color
         default_border none
     """
 
@@ -193,16 +209,27 @@ class WaylandScreen(Screen):
         devices = VirtualInput(socket, SIZE)
         self.move, self.button, self.keys = devices.move, devices.button, devices.keys
         self.move(*CORNER)
-        until(lambda: self.picture().is_black(), "the black ground")
+        until(lambda: self.picture().is_bare(), "the ground")
 
     def picture(self):
         head, size, depth, pixels = subprocess.check_output("grim -t ppm -".split()).split(b"\n", 3)
         assert (head, size, depth) == (b"P6", b"%d %d" % SIZE, b"255"), (head, size, depth)
         return Picture(pixels)
 
+    def tell(self, *words):
+        return subprocess.check_output(["swaymsg", "--socket", self.ipc, "--raw", *words], text=True)
+
     def await_window(self, title):
-        words = ["swaymsg", "--socket", self.ipc, "--raw", "--type", "get_tree"]
-        until(lambda: f'"name": "{title}"' in subprocess.check_output(words, text=True), title)
+        until(lambda: self.has_window(title), title)
+
+    def focus(self, _):
+        """What was clicked on has the keyboard."""
+
+    def has_window(self, title):
+        return f'"name": "{title}"' in self.tell("--type", "get_tree")
+
+    def refine(self):
+        self.tell("output", "*", "scale", "2")
 
     def unplug(self, _):
         """Without a graphics card, this compositor cannot lose a monitor."""

@@ -13,7 +13,8 @@ LOGIND = """<node>
     <property name="LockedHint" type="b" access="read"/>
   </interface>
 </node>"""
-SESSION = "/org/freedesktop/login1/session/_37"
+SESSIONS = "/org/freedesktop/login1/session/_"
+INTERFACE = "org.freedesktop.login1.Session"
 
 
 def connect(address):
@@ -31,24 +32,30 @@ class Logind:
         self.bus = connect(os.environ["DBUS_SYSTEM_BUS_ADDRESS"])
         manager, session = Gio.DBusNodeInfo.new_for_xml(LOGIND).interfaces
         self.bus.register_object("/org/freedesktop/login1", manager, self.answer, None, None)
-        self.bus.register_object(SESSION, session, None, self.hint, None)
+        self.bus.register_object(f"{SESSIONS}37", session, None, self.read_hint, None)
         Gio.bus_own_name_on_connection(self.bus, "org.freedesktop.login1", 0, None, None)
         threading.Thread(target=GLib.MainLoop().run, daemon=True).start()
 
     @staticmethod
     def answer(_bus, _sender, _path, _interface, _method, words, call):
         if words.unpack() == ("37",):
-            call.return_value(GLib.Variant("(o)", (SESSION,)))
+            call.return_value(GLib.Variant("(o)", (f"{SESSIONS}37",)))
         else:
             call.return_dbus_error("org.freedesktop.login1.NoSuchSession", str(words))
 
-    def hint(self, *_):
+    def read_hint(self, *_):
         return GLib.Variant("b", self.locked)
 
-    def lock(self, locked):
-        self.locked = locked
-        signal = "Lock" if locked else "Unlock"
-        self.bus.emit_signal(None, SESSION, "org.freedesktop.login1.Session", signal, None)
+    def lock(self, locked, session="37"):
+        self.emit(session, INTERFACE, "Lock" if locked else "Unlock", None)
+
+    def hint(self, locked, session="37"):
+        change = (INTERFACE, {"LockedHint": GLib.Variant("b", locked)}, [])
+        changes = GLib.Variant("(sa{sv}as)", change)
+        self.emit(session, "org.freedesktop.DBus.Properties", "PropertiesChanged", changes)
+
+    def emit(self, session, *signal):
+        self.bus.emit_signal(None, SESSIONS + session, *signal)
 
 
 def call(bus, name, path, interface, method, *words):

@@ -1,87 +1,29 @@
-// The extension as a process of its own, which runs only while it is being asked.
+// The extension, as whoever has a question for it sees it.
 //
-//     Extension extension{extensionCommand({"--container", folder})};
 //     extension.ask({.request = "list"}, [](const Reply& reply) { ... });
-//
-// Everything happens in GLib's main loop. A process that ends early, does not answer or answers
-// with anything but the reply that is due is started anew, and what it left unanswered is asked
-// again: the first time at once, then after a pause that doubles. Every question is answered in the
-// end, unless the extension is dropped before.
 #pragma once
 
-#include <chrono>
-#include <cstdint>
-#include <deque>
 #include <functional>
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "desktop/client/messages.h"
-#include "desktop/glib/timer.h"
 
 namespace tessary::client {
-
-using glib::Timer;
-
-/// The words that start the extension with these options: the program beside this one, else the one
-/// of that name on the PATH.
-std::vector<std::string> extensionCommand(const std::vector<std::string>& options);
-
-struct Patience {
-    std::chrono::milliseconds idle{5'000};    ///< how long a process without a question lives on
-    std::chrono::milliseconds reply{10'000};  ///< how long one may think about an answer
-    std::chrono::milliseconds firstPause{1'000};
-    std::chrono::milliseconds longestPause{300'000};
-};
-
-/// How long to wait before asking again after so many failures, 1 or more, without a good reply.
-std::chrono::milliseconds pauseAfter(int failures, const Patience& patience);
 
 class Extension {
 public:
     using Answer = std::function<void(const Reply&)>;
 
-    explicit Extension(std::vector<std::string> command, Patience patience = {});
-    Extension(const Extension&) = delete;
-    Extension& operator=(const Extension&) = delete;
-    ~Extension();
+    virtual ~Extension() = default;
 
     /// Questions are answered in order, never from within this call.
-    void ask(const Request& request, Answer answer);
+    virtual void ask(const Request& request, Answer answer) = 0;
 
-    /// Starts a process if none runs, for questions that are about to come.
-    void prepare();
+    /// For questions that are about to come.
+    virtual void prepare() = 0;
 
     /// Has everything from now on answered by a new process, also what is still unanswered: for
     /// when something changes that a process reads only at its start.
-    void renew();
-
-    /// Whether a process runs.
-    bool running() const { return run_ != nullptr; }
-
-private:
-    struct Run;
-    struct Question {
-        std::int64_t id{};
-        std::string line{};
-        Answer answer{};
-    };
-
-    void start();
-    void end();
-    void take(const char* line, std::size_t size);
-    void ended();
-    void fail(const std::string& why);
-    void awaitReply();
-
-    std::vector<std::string> command_;
-    Patience patience_;
-    std::deque<Question> waiting_{};
-    std::shared_ptr<Run> run_{};
-    Timer idle_{}, reply_{}, pause_{};
-    std::int64_t lastId_{};
-    int failures_{};  ///< since the last good reply
+    virtual void renew() = 0;
 };
 
 }  // namespace tessary::client

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "desktop/glib/handles.h"
+#include "desktop/glib/connect.h"
 #include "desktop/windows/monitors.h"
 
 namespace tessary::dialogs {
@@ -48,18 +48,14 @@ DialogWindow::DialogWindow(Size size, std::function<void()> closed) : closed_{st
     gtk_label_set_line_wrap_mode(GTK_LABEL(status_), PANGO_WRAP_WORD_CHAR);
     gtk_widget_set_no_show_all(status_, TRUE);
     add(status_, false);
-    const auto asked = [](GtkWidget*, GdkEvent*, gpointer self) -> gboolean {
-        static_cast<DialogWindow*>(self)->close();
-        return TRUE;
-    };
-    g_signal_connect(window_, "delete-event", G_CALLBACK(+asked), this);
-    const auto pressed = [](GtkWidget*, GdkEventKey* event, gpointer self) -> gboolean {
-        if (event->keyval != GDK_KEY_Escape) return FALSE;
-        static_cast<DialogWindow*>(self)->close();
-        return TRUE;
+    connect(window_, "delete-event", [this] { return close(), true; });
+    const auto pressed = [this](GdkEventKey* event) {
+        const bool escapes = event->keyval == GDK_KEY_Escape;
+        if (escapes) close();
+        return escapes;
     };
     // After what has the focus, which may have a use for the key.
-    g_signal_connect_after(window_, "key-press-event", G_CALLBACK(+pressed), this);
+    connect(window_, "key-press-event", pressed, When::afterOthers);
 }
 
 DialogWindow::~DialogWindow() { gtk_widget_destroy(window_); }

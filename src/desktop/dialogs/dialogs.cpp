@@ -2,49 +2,64 @@
 
 #include <algorithm>
 #include <malloc.h>
+#include <map>
 #include <utility>
+
+#include "desktop/dialogs/editor.h"
+#include "desktop/dialogs/gallery.h"
 
 namespace tessary::dialogs {
 
-using namespace places;
-using namespace client;
+namespace {
 
-Dialogs::Dialogs(Extension& extension, Events events)
-    : extension_{extension}, events_{std::move(events)} {}
+class DialogWindows final : public Dialogs {
+public:
+    DialogWindows(Extension& extension, Events events)
+        : extension_{extension}, events_{std::move(events)} {}
 
-void Dialogs::openGallery() {
-    const auto closed = [this] {
-        gallery_.reset();
-        malloc_trim(0);  // the desktop will not need that much again for long
-    };
-    if (!gallery_)
-        gallery_ = std::make_unique<Gallery>(extension_, Gallery::Events{events_.added, closed});
-    gallery_->present();
-}
+    void openGallery() override {
+        const auto closed = [this] {
+            gallery_.reset();
+            malloc_trim(0);  // the desktop will not need that much again for long
+        };
+        if (!gallery_) gallery_ = makeGallery(extension_, {events_.added, closed});
+        gallery_->present();
+    }
 
-void Dialogs::openEditor(const PlacedWidget& widget) {
-    const int number = widget.number;
-    const auto chosen = [this, number](const std::string& pin) { events_.chosen(number, pin); };
-    const auto closed = [this, number] {
-        editors_.erase(number);
-        malloc_trim(0);
-    };
-    auto& editor = editors_[number];
-    if (!editor)
-        editor = std::make_unique<Editor>(extension_, widget.kind, widget.pin,
-                                          Editor::Events{chosen, closed});
-    editor->present();
-}
+    void openEditor(const PlacedWidget& widget) override {
+        const int number = widget.number;
+        const auto chosen = [this, number](const std::string& pin) { events_.chosen(number, pin); };
+        const auto closed = [this, number] {
+            editors_.erase(number);
+            malloc_trim(0);
+        };
+        auto& editor = editors_[number];
+        if (!editor) editor = makeEditor(extension_, widget.kind, widget.pin, {chosen, closed});
+        editor->present();
+    }
 
-void Dialogs::keep(const std::vector<PlacedWidget>& widgets) {
-    std::erase_if(editors_, [&](const auto& editor) {
-        return std::ranges::find(widgets, editor.first, &PlacedWidget::number) == widgets.end();
-    });
-}
+    void keep(const std::vector<PlacedWidget>& widgets) override {
+        std::erase_if(editors_, [&](const auto& editor) {
+            return std::ranges::find(widgets, editor.first, &PlacedWidget::number) == widgets.end();
+        });
+    }
 
-void Dialogs::reload() {
-    if (gallery_) gallery_->reload();
-    for (const auto& [number, editor] : editors_) editor->reload();
+    void reload() override {
+        if (gallery_) gallery_->reload();
+        for (const auto& [number, editor] : editors_) editor->reload();
+    }
+
+private:
+    Extension& extension_;
+    Events events_;
+    std::unique_ptr<Dialog> gallery_{};
+    std::map<int, std::unique_ptr<Dialog>> editors_{};  ///< by the widget's number
+};
+
+}  // namespace
+
+std::unique_ptr<Dialogs> makeDialogs(Extension& extension, Dialogs::Events events) {
+    return std::make_unique<DialogWindows>(extension, std::move(events));
 }
 
 }  // namespace tessary::dialogs

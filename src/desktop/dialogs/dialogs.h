@@ -1,21 +1,19 @@
 // The windows beside the widgets: one gallery, and an editor for each widget that is being edited.
 //
-//     Dialogs dialogs{extension, {.added = [](auto& kind, auto family) { ... }, .chosen = ...}};
-//     dialogs.openGallery();
-//     dialogs.openEditor(widget);
+//     const auto dialogs = makeDialogs(extension, {.added = [](auto& kind, auto family) { ... },
+//                                                  .chosen = ...});
+//     dialogs->openGallery();
+//     dialogs->openEditor(widget);
 //
 // What is open already comes to the front. A window that is closed leaves nothing behind.
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "desktop/client/extension.h"
-#include "desktop/dialogs/editor.h"
-#include "desktop/dialogs/gallery.h"
 #include "desktop/places/placed_widget.h"
 
 namespace tessary::dialogs {
@@ -32,27 +30,21 @@ public:
         std::function<void(int number, const std::string& pin)> chosen{};
     };
 
-    Dialogs(Extension& extension, Events events);
-    Dialogs(const Dialogs&) = delete;
-    Dialogs& operator=(const Dialogs&) = delete;
-    ~Dialogs() = default;
+    virtual ~Dialogs() = default;
 
-    void openGallery();
+    virtual void openGallery() = 0;
 
     /// For a widget that takes a pin.
-    void openEditor(const PlacedWidget& widget);
+    virtual void openEditor(const PlacedWidget& widget) = 0;
 
     /// Ends the editors of all widgets but these.
-    void keep(const std::vector<PlacedWidget>& widgets);
+    virtual void keep(const std::vector<PlacedWidget>& widgets) = 0;
 
     /// Lets what is open ask for everything anew.
-    void reload();
-
-private:
-    Extension& extension_;
-    Events events_;
-    std::unique_ptr<Gallery> gallery_{};
-    std::map<int, std::unique_ptr<Editor>> editors_{};  ///< by the widget's number
+    virtual void reload() = 0;
 };
+
+/// Windows of an open display.
+std::unique_ptr<Dialogs> makeDialogs(Extension& extension, Dialogs::Events events);
 
 }  // namespace tessary::dialogs

@@ -6,6 +6,7 @@
 
 #include "desktop/client/inquiry.h"
 #include "desktop/dialogs/dialog_window.h"
+#include "desktop/glib/connect.h"
 #include "desktop/windows/picture.h"
 
 namespace tessary::dialogs {
@@ -31,53 +32,52 @@ GtkWidget* heading(const std::string& text) {
     return label;
 }
 
-}  // namespace
+class Gallery final : public Dialog {
+public:
+    Gallery(Extension& extension, GalleryEvents events)
+        : events_{std::move(events)},
+          inquiry_{extension, [this] { ask(); }},
+          dialog_{windowSize, events_.closed} {
+        dialog_.setTitle("Add a Widget");
+        const auto scrolled = gtk_scrolled_window_new(nullptr, nullptr);
+        gtk_container_add(GTK_CONTAINER(scrolled), list_);
+        dialog_.add(scrolled, true);
+        glib::connect(dialog_.widget(), "notify::scale-factor", [this] { inquiry_.start(); });
+        dialog_.setStatus("One moment…");
+        inquiry_.start();
+    }
 
-struct Gallery::Parts {
+    void present() override { dialog_.present(); }
+    void reload() override { inquiry_.start(); }
+
+private:
     /// A widget in one of its sizes.
     struct Offer {
-        Parts& parts;
         std::string kind{};
         Family family{};
         GtkWidget* image{gtk_image_new()};
         GtkWidget* button{gtk_button_new()};
     };
 
-    Parts(Extension& extension, Events theEvents)
-        : events{std::move(theEvents)},
-          inquiry{extension, [this] { ask(); }},
-          dialog{windowSize, events.closed} {
-        dialog.setTitle("Add a Widget");
-        const auto scrolled = gtk_scrolled_window_new(nullptr, nullptr);
-        gtk_container_add(GTK_CONTAINER(scrolled), list);
-        dialog.add(scrolled, true);
-        const auto rescaled = [](GObject*, GParamSpec*, gpointer self) {
-            static_cast<Parts*>(self)->inquiry.start();
-        };
-        g_signal_connect(dialog.widget(), "notify::scale-factor", G_CALLBACK(+rescaled), this);
-        dialog.setStatus("One moment…");
-        inquiry.start();
-    }
-
     void ask() {
-        inquiry.ask({.request = "list"}, [this](const Reply& reply) {
-            if (reply.error) return dialog.setStatus(*reply.error);
-            dialog.setStatus(reply.kinds.empty() ? "There are no widgets to add." : "");
-            if (kinds != reply.kinds) fill(reply.kinds);
-            for (const auto& offer : offers) askPicture(*offer);
+        inquiry_.ask({.request = "list"}, [this](const Reply& reply) {
+            if (reply.error) return dialog_.setStatus(*reply.error);
+            dialog_.setStatus(reply.kinds.empty() ? "There are no widgets to add." : "");
+            if (kinds_ != reply.kinds) fill(reply.kinds);
+            for (const auto& offer : offers_) askPicture(*offer);
         });
     }
 
     void askPicture(const Offer& offer) {
-        const int scale = std::clamp(gtk_widget_get_scale_factor(dialog.widget()), 1, mostScale);
+        const int scale = std::clamp(gtk_widget_get_scale_factor(dialog_.widget()), 1, mostScale);
         const Request request{.request = "snapshot",
                               .widget = offer.kind,
                               .family = nameOf(offer.family),
                               .scale = scale,
                               .preview = true};
         // The offers are replaced by a list's answer alone, for which all these have been awaited.
-        inquiry.ask(request, [this, &offer](const Reply& reply) {
-            if (reply.error) return dialog.setStatus(*reply.error);
+        inquiry_.ask(request, [this, &offer](const Reply& reply) {
+            if (reply.error) return dialog_.setStatus(*reply.error);
             if (!reply.timeline || reply.timeline->entries.empty()) return;
             const auto& entry = reply.timeline->entries.front();
             const auto pixels = decode(entry.picture, sizeOf(offer.family));
@@ -87,13 +87,13 @@ struct Gallery::Parts {
     }
 
     void fill(const std::vector<WidgetKind>& found) {
-        kinds = found;
+        kinds_ = found;
         gtk_container_foreach(
-            GTK_CONTAINER(list), [](GtkWidget* widget, gpointer) { gtk_widget_destroy(widget); },
+            GTK_CONTAINER(list_), [](GtkWidget* widget, gpointer) { gtk_widget_destroy(widget); },
             nullptr);
-        offers.clear();
-        for (const auto& kind : kinds) addWidget(kind);
-        gtk_widget_show_all(list);
+        offers_.clear();
+        for (const auto& kind : kinds_) addWidget(kind);
+        gtk_widget_show_all(list_);
     }
 
     void addWidget(const WidgetKind& widget) {
@@ -105,11 +105,11 @@ struct Gallery::Parts {
         for (const auto family : widget.families) addOffer(row, widget, family);
         for (const auto part : {heading(widget.displayName), description, row})
             gtk_box_pack_start(GTK_BOX(section), part, FALSE, FALSE, 0);
-        gtk_box_pack_start(GTK_BOX(list), section, FALSE, FALSE, 0);
+        gtk_box_pack_start(GTK_BOX(list_), section, FALSE, FALSE, 0);
     }
 
     void addOffer(GtkWidget* row, const WidgetKind& widget, Family family) {
-        const auto& offer = offers.emplace_back(new Offer{*this, widget.kind, family});
+        const auto& offer = offers_.emplace_back(new Offer{widget.kind, family});
         const auto [width, height] = sizeOf(family);
         gtk_widget_set_size_request(offer->image, width, height);
         const auto label = gtk_label_new(family == Family::small ? "Small" : "Medium");
@@ -120,29 +120,23 @@ struct Gallery::Parts {
         gtk_button_set_relief(GTK_BUTTON(offer->button), GTK_RELIEF_NONE);
         const auto name = "Add " + shortened(widget.displayName) + ", " + nameOf(family);
         atk_object_set_name(gtk_widget_get_accessible(offer->button), name.c_str());
-        const auto clicked = [](GtkButton*, gpointer data) {
-            const auto& chosen = *static_cast<const Offer*>(data);
-            chosen.parts.events.chosen(chosen.kind, chosen.family);
-        };
-        g_signal_connect(offer->button, "clicked", G_CALLBACK(+clicked), offer.get());
+        glib::connect(offer->button, "clicked",
+                      [this, kind = widget.kind, family] { events_.chosen(kind, family); });
         gtk_box_pack_start(GTK_BOX(row), offer->button, FALSE, FALSE, 0);
     }
 
-    Events events;
-    GtkWidget* list{gtk_box_new(GTK_ORIENTATION_VERTICAL, 18)};
-    std::vector<WidgetKind> kinds{};
-    std::vector<std::unique_ptr<Offer>> offers{};
-    Inquiry inquiry;
-    DialogWindow dialog;  ///< the first to go, as its widgets tell the rest
+    GalleryEvents events_;
+    GtkWidget* list_{gtk_box_new(GTK_ORIENTATION_VERTICAL, 18)};
+    std::vector<WidgetKind> kinds_{};
+    std::vector<std::unique_ptr<Offer>> offers_{};
+    Inquiry inquiry_;
+    DialogWindow dialog_;  ///< the first to go, as its widgets tell the rest
 };
 
-Gallery::Gallery(Extension& extension, Events events)
-    : parts_{std::make_unique<Parts>(extension, std::move(events))} {}
+}  // namespace
 
-Gallery::~Gallery() = default;
-
-void Gallery::present() { parts_->dialog.present(); }
-
-void Gallery::reload() { parts_->inquiry.start(); }
+std::unique_ptr<Dialog> makeGallery(Extension& extension, GalleryEvents events) {
+    return std::make_unique<Gallery>(extension, std::move(events));
+}
 
 }  // namespace tessary::dialogs

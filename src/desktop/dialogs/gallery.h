@@ -1,7 +1,8 @@
 // The window in which a user sees the widgets there are, and adds one.
 //
-//     Gallery gallery{extension, {.chosen = [](auto& kind, auto family) { ... }, .closed = ...}};
-//     gallery.present();
+//     const auto gallery = makeGallery(extension, {.chosen = [](auto& kind, auto family) { ... },
+//                                                  .closed = ...});
+//     gallery->present();
 //
 // It opens at once and fills as the extension answers: for each widget its name, what it shows, and
 // a button with a picture for each of its sizes.
@@ -12,34 +13,20 @@
 #include <string>
 
 #include "desktop/client/extension.h"
+#include "desktop/dialogs/dialog.h"
 
 namespace tessary::dialogs {
 
 using client::Extension;
 using places::Family;
 
-class Gallery {
-public:
-    /// What the window tells; each is called from the main loop and has to be there.
-    struct Events {
-        /// One is to be added; the window stays.
-        std::function<void(const std::string& kind, Family family)> chosen{};
-        std::function<void()> closed{};  ///< may destroy the gallery
-    };
-
-    Gallery(Extension& extension, Events events);
-    Gallery(const Gallery&) = delete;
-    Gallery& operator=(const Gallery&) = delete;
-    ~Gallery();
-
-    void present();
-
-    /// Asks for everything anew.
-    void reload();
-
-private:
-    struct Parts;
-    std::unique_ptr<Parts> parts_;
+/// What the window tells; each is called from the main loop and has to be there.
+struct GalleryEvents {
+    /// One is to be added; the window stays.
+    std::function<void(const std::string& kind, Family family)> chosen{};
+    std::function<void()> closed{};  ///< may destroy the gallery
 };
+
+std::unique_ptr<Dialog> makeGallery(Extension& extension, GalleryEvents events);
 
 }  // namespace tessary::dialogs

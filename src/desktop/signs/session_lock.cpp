@@ -1,10 +1,10 @@
 #include "desktop/signs/session_lock.h"
 
-#include <gio/gio.h>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "desktop/glib/connect.h"
 #include "desktop/glib/handles.h"
 
 namespace tessary::signs {
@@ -27,20 +27,14 @@ using Variant = std::unique_ptr<GVariant, UnrefVariant>;
 /// Finds the session's object and listens to it. Calls under way hold on to it, so it may outlive
 /// its owner.
 struct SessionLock::Listener : std::enable_shared_from_this<Listener> {
-    using Kept = std::shared_ptr<Listener>;
-
     explicit Listener(std::function<void(bool)> call) : changed{std::move(call)} {}
 
-    void* keep() { return new Kept{shared_from_this()}; }
-    static Kept kept(gpointer data) { return *std::unique_ptr<Kept>{static_cast<Kept*>(data)}; }
-
-    void connect() {
-        const auto done = [](GObject*, GAsyncResult* result, gpointer data) {
-            const auto self = kept(data);
+    void start() {
+        const auto [done, data] = once([self = shared_from_this()](GObject*, GAsyncResult* result) {
             self->bus.reset(g_bus_get_finish(result, nullptr));
             if (self->bus && self->changed) self->findSession();
-        };
-        g_bus_get(G_BUS_TYPE_SYSTEM, nullptr, done, keep());
+        });
+        g_bus_get(G_BUS_TYPE_SYSTEM, nullptr, done, data);
     }
 
     /// The session that this process runs in; for a service of the user, which runs in none, the
@@ -60,13 +54,13 @@ struct SessionLock::Listener : std::enable_shared_from_this<Listener> {
     template <void (Listener::*take)(const Variant&)>
     void call(const char* path, const char* interface, const char* method, GVariant* words,
               const char* type) {
-        const auto done = [](GObject* source, GAsyncResult* result, gpointer data) {
-            (kept(data).get()->*take)(
-                Variant{g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr)});
-        };
+        const auto [done, data] = once([self = shared_from_this()](GObject*, GAsyncResult* result) {
+            (self.get()->*take)(
+                Variant{g_dbus_connection_call_finish(self->bus.get(), result, nullptr)});
+        });
         g_dbus_connection_call(bus.get(), logind, path, interface, method, words,
                                G_VARIANT_TYPE(type), G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr,
-                               done, keep());
+                               done, data);
     }
 
     void found(const Variant& reply) {
@@ -137,7 +131,7 @@ struct SessionLock::Listener : std::enable_shared_from_this<Listener> {
 
 SessionLock::SessionLock(std::function<void(bool)> changed)
     : listener_{std::make_shared<Listener>(std::move(changed))} {
-    listener_->connect();
+    listener_->start();
 }
 
 SessionLock::~SessionLock() { listener_->stop(); }

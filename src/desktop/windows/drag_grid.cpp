@@ -3,6 +3,7 @@
 #include <gtk/gtk.h>
 #include <optional>
 
+#include "desktop/glib/connect.h"
 #include "desktop/windows/layer_shell.h"
 #include "desktop/windows/picture.h"
 
@@ -29,13 +30,7 @@ struct DragGrid::Sheet {
             gtk_window_move(window, monitor.origin.x, monitor.origin.y);
             gtk_window_resize(window, monitor.area.width, monitor.area.height);
         }
-        const auto drawn = [](GtkWidget*, cairo_t* cairo, gpointer self) -> gboolean {
-            static_cast<Sheet*>(self)->draw(cairo);
-            return TRUE;
-        };
-        g_signal_connect(
-            widget, "draw",
-            G_CALLBACK(+static_cast<gboolean (*)(GtkWidget*, cairo_t*, gpointer)>(drawn)), this);
+        glib::connect(widget, "draw", [this](cairo_t* cairo) { return draw(cairo), true; });
         gtk_widget_realize(widget);
         cairo_region_t* nowhere = cairo_region_create();
         gtk_widget_input_shape_combine_region(widget, nowhere);

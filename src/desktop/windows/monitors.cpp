@@ -65,10 +65,8 @@ std::vector<Monitor> monitors() {
 MonitorWatch::MonitorWatch(std::function<void()> changed) : changed_{std::move(changed)} {
     const auto display = gdk_display_get_default();
     const auto screen = gdk_display_get_default_screen(display);
-    const auto call = [](gpointer self) { (*static_cast<std::function<void()>*>(self))(); };
-    const auto on = [&](gpointer object, const char* signal) {
-        g_signal_connect_swapped(object, signal, G_CALLBACK(+static_cast<void (*)(gpointer)>(call)),
-                                 &changed_);
+    const auto on = [this](gpointer object, const char* signal) {
+        connections_.emplace_back(object, signal, [this] { changed_(); });
     };
     on(display, "monitor-added");
     on(display, "monitor-removed");
@@ -84,12 +82,9 @@ MonitorWatch::MonitorWatch(std::function<void()> changed) : changed_{std::move(c
 }
 
 MonitorWatch::~MonitorWatch() {
-    const auto display = gdk_display_get_default();
-    const auto screen = gdk_display_get_default_screen(display);
-    g_signal_handlers_disconnect_by_data(display, &changed_);
-    g_signal_handlers_disconnect_by_data(screen, &changed_);
 #ifdef GDK_WINDOWING_X11
-    gdk_window_remove_filter(gdk_screen_get_root_window(screen), filterRoot, &changed_);
+    const auto root = gdk_screen_get_root_window(gdk_screen_get_default());
+    gdk_window_remove_filter(root, filterRoot, &changed_);
 #endif
 }
 

@@ -4,8 +4,10 @@
 #pragma once
 
 #include <functional>
+#include <list>
 #include <vector>
 
+#include "desktop/glib/connect.h"
 #include "desktop/places/placement.h"
 
 namespace tessary::windows {
@@ -27,6 +29,7 @@ public:
 
 private:
     std::function<void()> changed_;
+    std::list<glib::Connection> connections_{};
 };
 
 }  // namespace tessary::windows

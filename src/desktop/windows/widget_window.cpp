@@ -4,8 +4,11 @@
 #include <optional>
 #include <utility>
 
+#include "desktop/glib/connect.h"
 #include "desktop/glib/handles.h"
 #include "desktop/glib/note.h"
+#include "desktop/glib/timer.h"
+#include "desktop/windows/card_menu.h"
 #include "desktop/windows/layer_shell.h"
 #include "desktop/windows/monitors.h"
 #include "desktop/windows/picture.h"
@@ -20,6 +23,7 @@ using namespace client;
 namespace {
 
 constexpr int mostScale = 4;
+constexpr std::chrono::milliseconds monitorsSettle{100};
 constexpr double cornerRadius = 22;  // of a card, in points
 
 void makeDesktopWindow(GtkWindow* window) {
@@ -30,18 +34,6 @@ void makeDesktopWindow(GtkWindow* window) {
     gtk_window_set_focus_on_map(window, FALSE);
     gtk_window_set_keep_below(window, TRUE);
     gtk_window_stick(window);
-}
-
-}  // namespace
-
-bool openDisplay() {
-    // Where nobody did before, GTK loads OpenGL on X11 only to list its visuals: 33 MB that
-    // pictures have no use for. What a click starts shall have it, so the word is taken back.
-    const bool ours = g_getenv("GDK_GL") == nullptr;
-    if (ours) g_setenv("GDK_GL", "disable", TRUE);
-    const bool opened = gtk_init_check(nullptr, nullptr);
-    if (ours) g_unsetenv("GDK_GL");
-    return opened;
 }
 
 /// The outline of a card, so far within its edge.
@@ -57,106 +49,117 @@ void addCard(cairo_t* cairo, Size size, double inset) {
     cairo_close_path(cairo);
 }
 
-/// A signal's handler that calls a function of the object behind its last argument.
-template <class Self, class Event, auto handle>
-gboolean handled(GtkWidget*, Event* event, gpointer self) {
-    (static_cast<Self*>(self)->*handle)(event);
-    return TRUE;
-}
-
-struct WidgetWindow::Parts {
-    explicit Parts(Events theEvents) : events{std::move(theEvents)} {
-        gtk_window_set_resizable(window, FALSE);
-        gtk_widget_set_app_paintable(widget, TRUE);
-        if (const auto visual = gdk_screen_get_rgba_visual(gtk_widget_get_screen(widget)))
-            gtk_widget_set_visual(widget, visual);
+class WidgetWindow final : public Card {
+public:
+    explicit WidgetWindow(Events events) : events_{std::move(events)} {
+        gtk_window_set_resizable(window_, FALSE);
+        gtk_widget_set_app_paintable(widget_, TRUE);
+        if (const auto visual = gdk_screen_get_rgba_visual(gtk_widget_get_screen(widget_)))
+            gtk_widget_set_visual(widget_, visual);
         gtk_widget_add_events(
-            widget, GDK_BUTTON_PRESS_MASK | GDK_BUTTON_RELEASE_MASK | GDK_BUTTON1_MOTION_MASK);
-        gtk_window_set_focus_visible(window, FALSE);
-        if (layered) {
-            makeLayerSurface(window, GTK_LAYER_SHELL_LAYER_BOTTOM, {});
-            gtk_layer_set_keyboard_mode(window, GTK_LAYER_SHELL_KEYBOARD_MODE_ON_DEMAND);
+            widget_, GDK_BUTTON_PRESS_MASK | GDK_BUTTON_RELEASE_MASK | GDK_BUTTON1_MOTION_MASK);
+        gtk_window_set_focus_visible(window_, FALSE);
+        if (layered_) {
+            makeLayerSurface(window_, GTK_LAYER_SHELL_LAYER_BOTTOM, {});
+            gtk_layer_set_keyboard_mode(window_, GTK_LAYER_SHELL_KEYBOARD_MODE_ON_DEMAND);
         } else {
-            makeDesktopWindow(window);
+            makeDesktopWindow(window_);
         }
-        connect();
-        connectScreen();
+        connectPointer();
+        connectRest();
     }
-    ~Parts() {
-        g_signal_handlers_disconnect_by_data(gtk_widget_get_screen(widget), this);
-        if (menu) gtk_menu_popdown(GTK_MENU(menu)), g_object_unref(menu);
-        gtk_widget_destroy(widget);
+    WidgetWindow(const WidgetWindow&) = delete;
+    WidgetWindow& operator=(const WidgetWindow&) = delete;
+    ~WidgetWindow() override {
+        if (menu_) gtk_menu_popdown(GTK_MENU(menu_.get()));
+        gtk_widget_destroy(widget_);
     }
-    Parts(const Parts&) = delete;
-    Parts& operator=(const Parts&) = delete;
 
-    void connect() {
-        on("draw", handled<Parts, cairo_t, &Parts::draw>);
-        on("button-press-event", handled<Parts, GdkEvent, &Parts::press>);
-        on("motion-notify-event", handled<Parts, GdkEventMotion, &Parts::move>);
-        on("button-release-event", handled<Parts, GdkEventButton, &Parts::release>);
-        on("grab-broken-event", handled<Parts, GdkEventGrabBroken, &Parts::breakOff>);
-        on("delete-event", handled<Parts, GdkEvent, &Parts::close>);
-        const auto typed = [](GtkWidget*, GdkEventKey* event, gpointer self) -> gboolean {
-            return static_cast<Parts*>(self)->type(event);
-        };
-        const auto menuKey = [](GtkWidget*, gpointer self) -> gboolean {
-            static_cast<Parts*>(self)->openMenu(nullptr);
-            return TRUE;
-        };
-        const auto rescaled = [](GObject*, GParamSpec*, gpointer self) {
-            static_cast<Parts*>(self)->events.scaleChanged();
-        };
-        const auto focused = [](GObject*, GParamSpec*, gpointer self) {
-            gtk_widget_queue_draw(static_cast<Parts*>(self)->widget);
-        };
-        on("key-press-event",
-           +static_cast<gboolean (*)(GtkWidget*, GdkEventKey*, gpointer)>(typed));
-        on("popup-menu", +static_cast<gboolean (*)(GtkWidget*, gpointer)>(menuKey));
-        on("notify::scale-factor",
-           +static_cast<void (*)(GObject*, GParamSpec*, gpointer)>(rescaled));
+    void place(const Monitor& monitor, const Place& place, Family family) override {
+        const auto [width, height] = sizeOf(family_ = family);
+        gtk_widget_set_size_request(widget_, width, height);
+        shape();
+        monitor_ = monitor;
+        place_ = place;
+        place_.monitor = monitor_.name;
+        placed_ = true;
+        goTo(place_);
+        appear();
+    }
+
+    void leave() override {
+        placed_ = false;
+        appear();
+    }
+
+    void setName(const std::string& name) override {
+        gtk_window_set_title(window_, name.c_str());
+        atk_object_set_name(gtk_widget_get_accessible(widget_), name.c_str());
+    }
+
+    int scale() const override {
+        return std::clamp(gtk_widget_get_scale_factor(widget_), 1, mostScale);
+    }
+
+    void show(const Entry& next) override {
+        const auto before = std::exchange(entry_, next);
+        if (before.text != entry_.text)
+            atk_object_set_description(gtk_widget_get_accessible(widget_), entry_.text.c_str());
+        if (!before.picture) return appear();
+        if (*before.picture != *entry_.picture) gtk_widget_queue_draw(widget_);
+    }
+
+    void openLink() override { open(GDK_CURRENT_TIME); }
+
+private:
+    void connectPointer() {
+        connect(widget_, "button-press-event",
+                [this](GdkEvent* event) { return press(event), true; });
+        connect(widget_, "motion-notify-event",
+                [this](GdkEventMotion* event) { return move(*event), true; });
+        connect(widget_, "button-release-event",
+                [this](GdkEventButton* event) { return release(*event), true; });
+        connect(widget_, "grab-broken-event", [this] { return putBack(), true; });
+    }
+    void connectRest() {
+        connect(widget_, "draw", [this](cairo_t* cairo) { return draw(cairo), true; });
+        connect(widget_, "delete-event", [this] { return close(), true; });
+        connect(widget_, "popup-menu", [this] { return openMenu(nullptr), true; });
+        connect(widget_, "key-press-event", [this](GdkEventKey* event) { return type(*event); });
+        connect(widget_, "notify::scale-factor", [this] { events_.scaleChanged(); });
         for (const char* property : {"notify::has-toplevel-focus", "notify::focus-visible"})
-            on(property, +static_cast<void (*)(GObject*, GParamSpec*, gpointer)>(focused));
-    }
-    void connectScreen() {
-        const auto composited = [](gpointer self) { static_cast<Parts*>(self)->shape(); };
-        g_signal_connect_swapped(gtk_widget_get_screen(widget), "composited-changed",
-                                 G_CALLBACK(+static_cast<void (*)(gpointer)>(composited)), this);
-    }
-    template <class Callback>
-    void on(const char* signal, Callback callback) {
-        g_signal_connect(widget, signal, G_CALLBACK(callback), this);
+            connect(widget_, property, [this] { gtk_widget_queue_draw(widget_); });
     }
 
     void draw(cairo_t* cairo) const {
         cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
         cairo_set_source_rgba(cairo, 0, 0, 0, 0);
         cairo_paint(cairo);
-        paint(cairo, entry.picture, sizeOf(family));
-        if (gtk_window_has_toplevel_focus(window) && gtk_window_get_focus_visible(window))
+        paint(cairo, entry_.picture, sizeOf(family_));
+        if (gtk_window_has_toplevel_focus(window_) && gtk_window_get_focus_visible(window_))
             drawFocus(cairo);
     }
     /// A ring along the card's edge.
     void drawFocus(cairo_t* cairo) const {
         constexpr double line = 3;
         cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
-        addCard(cairo, sizeOf(family), line / 2);
+        addCard(cairo, sizeOf(family_), line / 2);
         cairo_set_source_rgb(cairo, 0.2, 0.5, 1);
         cairo_set_line_width(cairo, line);
         cairo_stroke(cairo);
     }
     /// Where nothing is seen through, the window itself gets the card's corners.
     void shape() const {
-        if (gdk_screen_is_composited(gtk_widget_get_screen(widget)))
-            return gtk_widget_shape_combine_region(widget, nullptr);
-        const auto size = sizeOf(family);
+        if (gdk_screen_is_composited(gtk_widget_get_screen(widget_)))
+            return gtk_widget_shape_combine_region(widget_, nullptr);
+        const auto size = sizeOf(family_);
         const Surface mask{cairo_image_surface_create(CAIRO_FORMAT_A1, size.width, size.height)};
         cairo_t* cairo = cairo_create(mask.get());
         addCard(cairo, size, 0);
         cairo_fill(cairo);
         cairo_destroy(cairo);
         cairo_region_t* region = gdk_cairo_region_create_from_surface(mask.get());
-        gtk_widget_shape_combine_region(widget, region);
+        gtk_widget_shape_combine_region(widget_, region);
         cairo_region_destroy(region);
     }
 
@@ -164,58 +167,57 @@ struct WidgetWindow::Parts {
         if (gdk_event_triggers_context_menu(event)) return openMenu(event);
         const auto& button = event->button;
         if (button.type != GDK_BUTTON_PRESS || button.button != GDK_BUTTON_PRIMARY) return;
-        gtk_window_set_focus_visible(window, FALSE);
-        drag.emplace(Position{static_cast<int>(button.x_root), static_cast<int>(button.y_root)},
-                     monitors(), corner(), sizeOf(family), entry.picture);
+        gtk_window_set_focus_visible(window_, FALSE);
+        drag_.emplace(Position{static_cast<int>(button.x_root), static_cast<int>(button.y_root)},
+                      monitors(), corner(), sizeOf(family_), entry_.picture);
     }
-    void move(GdkEventMotion* event) {
-        if (!drag) return;
-        drag->moveTo({static_cast<int>(event->x_root), static_cast<int>(event->y_root)});
-        if (drag->place() && !drag->hasGrid()) goTo(*drag->place());
+    void move(const GdkEventMotion& event) {
+        if (!drag_) return;
+        drag_->moveTo({static_cast<int>(event.x_root), static_cast<int>(event.y_root)});
+        if (drag_->place() && !drag_->hasGrid()) goTo(*drag_->place());
     }
-    void release(GdkEventButton* event) {
-        if (event->button != GDK_BUTTON_PRIMARY || !drag) return;
-        const auto dropped = drag->place();
-        drag.reset();
-        dropped ? events.moved(*dropped) : open(event->time);
+    void release(const GdkEventButton& event) {
+        if (event.button != GDK_BUTTON_PRIMARY || !drag_) return;
+        const auto dropped = drag_->place();
+        drag_.reset();
+        dropped ? events_.moved(*dropped) : open(event.time);
     }
-    void breakOff(GdkEventGrabBroken*) { putBack(); }
     void putBack() {
-        if (drag && drag->place() && !drag->hasGrid()) goTo(place);
-        drag.reset();
+        if (drag_ && drag_->place() && !drag_->hasGrid()) goTo(place_);
+        drag_.reset();
     }
 
     /// A widget goes by the menu or a command alone. But a layer surface is closed with its
     /// monitor, which may be before or after the news of that.
-    void close(GdkEvent*) const {
-        if (!layered) return;
-        gtk_widget_hide(widget);
-        events.closed();
+    void close() {
+        if (!layered_) return;
+        gtk_widget_hide(widget_);
+        closing_.start(monitorsSettle, events_.closed);
     }
 
-    gboolean type(const GdkEventKey* event) {
-        gtk_window_set_focus_visible(window, TRUE);
-        switch (event->keyval) {
+    bool type(const GdkEventKey& event) {
+        gtk_window_set_focus_visible(window_, TRUE);
+        switch (event.keyval) {
             case GDK_KEY_Return:
             case GDK_KEY_KP_Enter:
-            case GDK_KEY_space: open(event->time); return TRUE;
-            case GDK_KEY_Escape: putBack(); return TRUE;
-            case GDK_KEY_Left: step(-gridStep, 0); return TRUE;
-            case GDK_KEY_Right: step(gridStep, 0); return TRUE;
-            case GDK_KEY_Up: step(0, -gridStep); return TRUE;
-            case GDK_KEY_Down: step(0, gridStep); return TRUE;
-            default: return FALSE;
+            case GDK_KEY_space: open(event.time); return true;
+            case GDK_KEY_Escape: putBack(); return true;
+            case GDK_KEY_Left: step(-gridStep, 0); return true;
+            case GDK_KEY_Right: step(gridStep, 0); return true;
+            case GDK_KEY_Up: step(0, -gridStep); return true;
+            case GDK_KEY_Down: step(0, gridStep); return true;
+            default: return false;
         }
     }
     void step(int x, int y) const {
         const auto [left, top] = corner();
-        events.moved(dropPlace({left + x, top + y}, sizeOf(family), monitors()));
+        events_.moved(dropPlace({left + x, top + y}, sizeOf(family_), monitors()));
     }
 
     /// The upper left, among all monitors.
     Position corner() const {
-        const auto [x, y] = topLeft(place, sizeOf(family), monitor.area);
-        return {monitor.origin.x + x, monitor.origin.y + y};
+        const auto [x, y] = topLeft(place_, sizeOf(family_), monitor_.area);
+        return {monitor_.origin.x + x, monitor_.origin.y + y};
     }
 
     /// Puts the window to a place of a monitor that there is.
@@ -223,143 +225,88 @@ struct WidgetWindow::Parts {
         const auto all = monitors();
         const auto found = std::ranges::find(all, where.monitor, &Monitor::name);
         const auto& on = found == all.end() ? all.front() : *found;
-        const auto [x, y] = topLeft(where, sizeOf(family), on.area);
-        if (!layered) return gtk_window_move(window, on.origin.x + x, on.origin.y + y);
-        setLayerMonitor(window, on.number);
+        const auto [x, y] = topLeft(where, sizeOf(family_), on.area);
+        if (!layered_) return gtk_window_move(window_, on.origin.x + x, on.origin.y + y);
+        setLayerMonitor(window_, on.number);
         // By the edges that it is counted from, so that it keeps to them as panels come and go.
         const auto hold = [&](GtkLayerShellEdge start, GtkLayerShellEdge end, Offset offset) {
             const bool fromEnd = offset.from == From::end;
-            gtk_layer_set_anchor(window, start, !fromEnd);
-            gtk_layer_set_anchor(window, end, fromEnd);
-            gtk_layer_set_margin(window, fromEnd ? end : start, offset.points);
+            gtk_layer_set_anchor(window_, start, !fromEnd);
+            gtk_layer_set_anchor(window_, end, fromEnd);
+            gtk_layer_set_margin(window_, fromEnd ? end : start, offset.points);
         };
         hold(GTK_LAYER_SHELL_EDGE_LEFT, GTK_LAYER_SHELL_EDGE_RIGHT, where.x);
         hold(GTK_LAYER_SHELL_EDGE_TOP, GTK_LAYER_SHELL_EDGE_BOTTOM, where.y);
     }
 
-    void appear() { gtk_widget_set_visible(widget, placed && entry.picture); }
+    void appear() { gtk_widget_set_visible(widget_, placed_ && entry_.picture); }
 
     void open(guint32 time) {
-        if (!entry.url) return;
-        const Text scheme{g_uri_parse_scheme(entry.url->c_str())};
+        if (!entry_.url) return;
+        const Text scheme{g_uri_parse_scheme(entry_.url->c_str())};
         const Object<GAppInfo> program{scheme ? g_app_info_get_default_for_uri_scheme(scheme.get())
                                               : nullptr};
         Fault fault;
         // Without a parent: on Wayland it would be exported, and a compositor ends whoever exports
         // a layer surface.
         if (!program)
-            complain("no program is installed that opens " + *entry.url);
-        else if (!gtk_show_uri_on_window(nullptr, entry.url->c_str(), time, fault.out()))
-            complain(*entry.url + " cannot be opened: " + fault.message());
+            complain("no program is installed that opens " + *entry_.url);
+        else if (!gtk_show_uri_on_window(nullptr, entry_.url->c_str(), time, fault.out()))
+            complain(*entry_.url + " cannot be opened: " + fault.message());
         else
-            gtk_widget_set_tooltip_text(widget, nullptr);
+            gtk_widget_set_tooltip_text(widget_, nullptr);
     }
     void complain(const std::string& words) const {
         note(words);
-        gtk_widget_set_tooltip_text(widget, words.c_str());
+        gtk_widget_set_tooltip_text(widget_, words.c_str());
     }
 
     void openMenu(const GdkEvent* event) {
-        if (menu) g_object_unref(menu);
-        menu = GTK_WIDGET(g_object_ref_sink(gtk_menu_new()));
-        gtk_menu_attach_to_widget(GTK_MENU(menu), widget, nullptr);
-        if (events.editChosen) addItem("Edit Widget…", events.editChosen);
-        const auto other = family == Family::small ? Family::medium : Family::small;
-        addItem(other == Family::small ? "Small" : "Medium",
-                [chosen = events.familyChosen, other] { chosen(other); });
-        addMonitors();
-        addItem("Remove Widget", events.removeChosen);
-        gtk_menu_shell_append(GTK_MENU_SHELL(menu), gtk_separator_menu_item_new());
-        addItem("Add Widget…", events.addChosen);
-        addItem("Quit", events.quitChosen);
-        gtk_widget_show_all(menu);
-        if (event) return gtk_menu_popup_at_pointer(GTK_MENU(menu), event);
-        gtk_menu_popup_at_widget(GTK_MENU(menu), widget, GDK_GRAVITY_CENTER, GDK_GRAVITY_NORTH_WEST,
-                                 nullptr);
-    }
-    /// The ways to the other monitors, which the arrow keys do not take.
-    void addMonitors() {
-        for (const auto& other : monitors()) {
-            if (!other.name || other.name == monitor.name) continue;
-            const auto& [maker, model, connector] = *other.name;
-            Place there = place;
-            there.monitor = other.name;
-            addItem(("Move to " + (model.empty() ? connector : model)).c_str(),
-                    [moved = events.moved, there] { moved(there); });
+        menu_.reset(GTK_WIDGET(g_object_ref_sink(gtk_menu_new())));
+        gtk_menu_attach_to_widget(GTK_MENU(menu_.get()), widget_, nullptr);
+        for (const auto& [label, chosen] : cardMenu(events_, family_, place_, monitors())) {
+            const auto item = label.empty() ? gtk_separator_menu_item_new()
+                                            : gtk_menu_item_new_with_label(label.c_str());
+            connect(item, "activate", [this, chosen = chosen] { choosing_.start({}, chosen); });
+            gtk_menu_shell_append(GTK_MENU_SHELL(menu_.get()), item);
         }
-    }
-    void addItem(const char* label, std::function<void()> chosen) {
-        using Chosen = std::function<void()>;
-        const auto item = gtk_menu_item_new_with_label(label);
-        // Later, as what is chosen may end this very window.
-        const auto activated = [](GtkMenuItem*, gpointer data) {
-            const auto later = [](gpointer call) -> gboolean {
-                (*static_cast<Chosen*>(call))();
-                return G_SOURCE_REMOVE;
-            };
-            g_idle_add_full(G_PRIORITY_DEFAULT, later, new Chosen{*static_cast<Chosen*>(data)},
-                            [](gpointer call) { delete static_cast<Chosen*>(call); });
-        };
-        g_signal_connect_data(
-            item, "activate", G_CALLBACK(+static_cast<void (*)(GtkMenuItem*, gpointer)>(activated)),
-            new Chosen{std::move(chosen)},
-            [](gpointer call, GClosure*) { delete static_cast<Chosen*>(call); },
-            static_cast<GConnectFlags>(0));
-        gtk_menu_shell_append(GTK_MENU_SHELL(menu), item);
+        gtk_widget_show_all(menu_.get());
+        if (event) return gtk_menu_popup_at_pointer(GTK_MENU(menu_.get()), event);
+        gtk_menu_popup_at_widget(GTK_MENU(menu_.get()), widget_, GDK_GRAVITY_CENTER,
+                                 GDK_GRAVITY_NORTH_WEST, nullptr);
     }
 
-    Events events;
-    GtkWidget* widget{gtk_window_new(GTK_WINDOW_TOPLEVEL)};
-    GtkWindow* window{GTK_WINDOW(widget)};
-    GtkWidget* menu{};
-    bool layered{hasLayerShell()};
-    Entry entry{};
-    Family family{};
-    Place place{};
-    Monitor monitor{};
-    bool placed{};  ///< and its monitor is there
-    std::optional<WidgetDrag> drag{};
+    Events events_;
+    GtkWidget* widget_{gtk_window_new(GTK_WINDOW_TOPLEVEL)};
+    GtkWindow* window_{GTK_WINDOW(widget_)};
+    Object<GtkWidget> menu_{};
+    Timer choosing_{};  ///< what is chosen may end this very window, so it is done a moment later
+    Timer closing_{};
+    bool layered_{hasLayerShell()};
+    Entry entry_{};
+    Family family_{};
+    Place place_{};
+    Monitor monitor_{};
+    bool placed_{};  ///< and its monitor is there
+    std::optional<WidgetDrag> drag_{};
+    Connection composited_{gtk_widget_get_screen(widget_), "composited-changed",
+                           [this] { shape(); }};
 };
 
-WidgetWindow::WidgetWindow(Events events) : parts_{std::make_unique<Parts>(std::move(events))} {}
+}  // namespace
 
-WidgetWindow::~WidgetWindow() = default;
-
-void WidgetWindow::place(const Monitor& monitor, const Place& place, Family family) {
-    auto& parts = *parts_;
-    const auto [width, height] = sizeOf(parts.family = family);
-    gtk_widget_set_size_request(parts.widget, width, height);
-    parts.shape();
-    parts.monitor = monitor;
-    parts.place = place;
-    parts.place.monitor = monitor.name;
-    parts.placed = true;
-    parts.goTo(parts.place);
-    parts.appear();
+bool openDisplay() {
+    // Where nobody did before, GTK loads OpenGL on X11 only to list its visuals: 33 MB that
+    // pictures have no use for. What a click starts shall have it, so the word is taken back.
+    const bool ours = g_getenv("GDK_GL") == nullptr;
+    if (ours) g_setenv("GDK_GL", "disable", TRUE);
+    const bool opened = gtk_init_check(nullptr, nullptr);
+    if (ours) g_unsetenv("GDK_GL");
+    return opened;
 }
 
-void WidgetWindow::leave() {
-    parts_->placed = false;
-    parts_->appear();
+std::unique_ptr<Card> openWidgetWindow(Card::Events events) {
+    return std::make_unique<WidgetWindow>(std::move(events));
 }
-
-void WidgetWindow::setName(const std::string& name) {
-    gtk_window_set_title(parts_->window, name.c_str());
-    atk_object_set_name(gtk_widget_get_accessible(parts_->widget), name.c_str());
-}
-
-int WidgetWindow::scale() const {
-    return std::clamp(gtk_widget_get_scale_factor(parts_->widget), 1, mostScale);
-}
-
-void WidgetWindow::show(const Entry& entry) {
-    const auto before = std::exchange(parts_->entry, entry);
-    if (before.text != entry.text)
-        atk_object_set_description(gtk_widget_get_accessible(parts_->widget), entry.text.c_str());
-    if (!before.picture) return parts_->appear();
-    if (*before.picture != *entry.picture) gtk_widget_queue_draw(parts_->widget);
-}
-
-void WidgetWindow::openLink() { parts_->open(GDK_CURRENT_TIME); }
 
 }  // namespace tessary::windows

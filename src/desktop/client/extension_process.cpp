@@ -1,9 +1,9 @@
-#include "desktop/client/extension.h"
+#include "desktop/client/extension_process.h"
 
 #include <algorithm>
-#include <gio/gio.h>
 #include <utility>
 
+#include "desktop/glib/connect.h"
 #include "desktop/glib/handles.h"
 #include "desktop/glib/note.h"
 
@@ -29,16 +29,11 @@ Object<GSubprocess> spawn(const std::vector<std::string>& command, Fault& fault)
 }  // namespace
 
 /// One process. Its reads and writes hold on to it, so it may outlive its owner's interest in it.
-struct Extension::Run : std::enable_shared_from_this<Run> {
-    using Kept = std::shared_ptr<Run>;
-
-    Run(Extension* theOwner, Object<GSubprocess> started)
+struct ExtensionProcess::Run : std::enable_shared_from_this<Run> {
+    Run(ExtensionProcess* theOwner, Object<GSubprocess> started)
         : owner{theOwner},
           process{std::move(started)},
           lines{g_data_input_stream_new(g_subprocess_get_stdout_pipe(process.get()))} {}
-
-    void* keep() { return new Kept{shared_from_this()}; }
-    static Kept kept(gpointer data) { return *std::unique_ptr<Kept>{static_cast<Kept*>(data)}; }
 
     void write(const std::string& text) {
         outgoing += text;
@@ -47,33 +42,34 @@ struct Extension::Run : std::enable_shared_from_this<Run> {
     void writeOn() {
         writing = std::exchange(outgoing, {});
         if (writing.empty()) return;
-        const auto done = [](GObject* stream, GAsyncResult* result, gpointer data) {
-            const auto run = kept(data);
-            const bool wrote =
-                g_output_stream_write_all_finish(G_OUTPUT_STREAM(stream), result, nullptr, nullptr);
-            run->writing.clear();
-            if (wrote && run->owner) run->writeOn();  // where it failed, the reader will learn it
-        };
+        const auto [call, data] =
+            once([run = shared_from_this()](GObject* to, GAsyncResult* result) {
+                const bool wrote =
+                    g_output_stream_write_all_finish(G_OUTPUT_STREAM(to), result, nullptr, nullptr);
+                run->writing.clear();
+                if (wrote && run->owner)
+                    run->writeOn();  // where it failed, the reader will learn it
+            });
         g_output_stream_write_all_async(g_subprocess_get_stdin_pipe(process.get()), writing.data(),
-                                        writing.size(), G_PRIORITY_DEFAULT, nullptr, done, keep());
+                                        writing.size(), G_PRIORITY_DEFAULT, nullptr, call, data);
     }
 
     void read() {
-        const auto done = [](GObject* stream, GAsyncResult* result, gpointer data) {
-            const auto run = kept(data);
-            gsize size{};
-            const Text line{g_data_input_stream_read_line_finish(G_DATA_INPUT_STREAM(stream),
-                                                                 result, &size, nullptr)};
-            if (line && run->owner) run->owner->take(line.get(), size);
-            if (line) return run->read();
-            if (run->owner) run->owner->ended();
-        };
-        g_data_input_stream_read_line_async(lines.get(), G_PRIORITY_DEFAULT, nullptr, done, keep());
+        const auto [call, data] =
+            once([run = shared_from_this()](GObject* from, GAsyncResult* result) {
+                gsize size{};
+                const Text line{g_data_input_stream_read_line_finish(G_DATA_INPUT_STREAM(from),
+                                                                     result, &size, nullptr)};
+                if (line && run->owner) run->owner->take(line.get(), size);
+                if (line) return run->read();
+                if (run->owner) run->owner->ended();
+            });
+        g_data_input_stream_read_line_async(lines.get(), G_PRIORITY_DEFAULT, nullptr, call, data);
     }
 
     /// Null once it has lost interest; what the process still writes is then read to its end, as it
     /// would complain about a reader that is gone.
-    Extension* owner;
+    ExtensionProcess* owner;
     Object<GSubprocess> process;
     Object<GDataInputStream> lines;
     std::string writing{}, outgoing{};
@@ -95,16 +91,16 @@ std::chrono::milliseconds pauseAfter(int failures, const Patience& patience) {
     return std::min(patience.firstPause * (1 << doublings), patience.longestPause);
 }
 
-Extension::Extension(std::vector<std::string> command, Patience patience)
+ExtensionProcess::ExtensionProcess(std::vector<std::string> command, Patience patience)
     : command_{std::move(command)}, patience_{patience} {}
 
-Extension::~Extension() {
+ExtensionProcess::~ExtensionProcess() {
     // There may be no loop any more that reads it to its end; and it keeps nothing.
     if (run_) g_subprocess_force_exit(run_->process.get());
     end();
 }
 
-void Extension::ask(const Request& request, Answer answer) {
+void ExtensionProcess::ask(const Request& request, Answer answer) {
     const auto id = ++lastId_;
     waiting_.push_back({id, encode(request, id), std::move(answer)});
     if (pause_.running()) return;
@@ -114,19 +110,19 @@ void Extension::ask(const Request& request, Answer answer) {
     if (waiting_.size() == 1) awaitReply();
 }
 
-void Extension::prepare() {
+void ExtensionProcess::prepare() {
     if (pause_.running()) return;
     if (!run_) return start();
     if (waiting_.empty()) awaitReply();  // for the idle time anew
 }
 
-void Extension::renew() {
+void ExtensionProcess::renew() {
     if (!run_) return;
     end();
     if (!waiting_.empty()) start();
 }
 
-void Extension::start() {
+void ExtensionProcess::start() {
     Fault fault;
     auto process = spawn(command_, fault);
     if (!process) return fail("cannot be started: " + fault.message());
@@ -137,7 +133,7 @@ void Extension::start() {
 }
 
 /// Ends the process by ending its input, and by force if that does not do.
-void Extension::end() {
+void ExtensionProcess::end() {
     idle_.cancel();
     reply_.cancel();
     const auto run = std::exchange(run_, nullptr);
@@ -152,7 +148,7 @@ void Extension::end() {
                                g_object_ref(run->process.get()), g_object_unref);
 }
 
-void Extension::take(const char* line, std::size_t size) {
+void ExtensionProcess::take(const char* line, std::size_t size) {
     const auto reply = decodeReply({line, size});
     if (!reply) return fail("answered with something that is no reply");
     if (waiting_.empty() || reply->id != waiting_.front().id)
@@ -164,12 +160,12 @@ void Extension::take(const char* line, std::size_t size) {
     answer(*reply);
 }
 
-void Extension::ended() {
+void ExtensionProcess::ended() {
     if (!waiting_.empty()) return fail("ended without an answer");
     end();
 }
 
-void Extension::fail(const std::string& why) {
+void ExtensionProcess::fail(const std::string& why) {
     if (run_) g_subprocess_force_exit(run_->process.get());
     end();
     const auto pause = pauseAfter(++failures_, patience_);
@@ -180,7 +176,7 @@ void Extension::fail(const std::string& why) {
     });
 }
 
-void Extension::awaitReply() {
+void ExtensionProcess::awaitReply() {
     reply_.cancel();
     idle_.cancel();
     if (waiting_.empty())

@@ -1,0 +1,17 @@
+// A window beside the widgets, as whoever opens it sees it: it lasts as long as this object.
+#pragma once
+
+namespace tessary::dialogs {
+
+class Dialog {
+public:
+    virtual ~Dialog() = default;
+
+    /// Shows it in front of the other windows.
+    virtual void present() = 0;
+
+    /// Asks for everything anew that it shows.
+    virtual void reload() = 0;
+};
+
+}  // namespace tessary::dialogs

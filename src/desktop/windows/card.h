@@ -1,0 +1,61 @@
+// One widget's card on the screen, as whoever fills it sees it.
+//
+//     const auto card = openWidgetWindow({.quitChosen = [] { ... }});
+//     card->place(monitors().front(), place, Family::small);
+//     card->show(entry);
+//
+// It is dragged with the pointer or moved by the arrow keys; a click, Enter or the space bar open
+// its link, the other button or the menu key its menu.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "desktop/client/messages.h"
+#include "desktop/places/placed_widget.h"
+
+namespace tessary::windows {
+
+using client::Entry;
+using places::Family;
+using places::Monitor;
+using places::Place;
+
+class Card {
+public:
+    /// What it tells; each is called from the main loop and has to be there, but for what a widget
+    /// without a pin leaves out.
+    struct Events {
+        std::function<void()> scaleChanged{};
+        std::function<void()> closed{};  ///< by the compositor; to be placed again, or to leave
+        std::function<void(const Place&)> moved{};
+        std::function<void(Family)> familyChosen{};
+        std::function<void()> editChosen{};  ///< left out where there is nothing to edit
+        std::function<void()> removeChosen{};
+        std::function<void()> addChosen{};
+        std::function<void()> quitChosen{};
+    };
+
+    virtual ~Card() = default;
+
+    /// Puts it on a monitor that there is, at the place's offsets.
+    virtual void place(const Monitor& monitor, const Place& place, Family family) = 0;
+
+    /// Takes it from the screen until it is placed again: its monitor is gone.
+    virtual void leave() = 0;
+
+    /// What a screen reader calls it.
+    virtual void setName(const std::string& name) = 0;
+
+    /// Pixels per point, 1 to 4.
+    virtual int scale() const = 0;
+
+    /// Shows an entry until the next; the card appears with its first, once placed. A picture that
+    /// is the same as before is not drawn again.
+    virtual void show(const Entry& entry) = 0;
+
+    /// Opens the link of the entry that is shown; nothing without one.
+    virtual void openLink() = 0;
+};
+
+}  // namespace tessary::windows
