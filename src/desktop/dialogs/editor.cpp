@@ -15,7 +15,7 @@ using namespace client;
 
 namespace {
 
-constexpr Size windowSize{420, 520};
+constexpr Size editorSize{420, 520};
 constexpr std::ptrdiff_t mostRows = 200;  // more are found by their words
 
 GtkWidget* ellipsized(const std::string& text, bool quiet) {
@@ -47,7 +47,7 @@ struct Editor::Parts {
           events{std::move(theEvents)},
           wanted{pin},
           inquiry{extension, [this] { ask(); }},
-          dialog{windowSize, events.closed} {
+          dialog{editorSize, events.closed} {
         dialog.setTitle("Choose");
         addSearch();
         addList();

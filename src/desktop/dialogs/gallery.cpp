@@ -16,8 +16,8 @@ using namespace windows;
 
 namespace {
 
-constexpr Size windowSize{620, 760};
-constexpr int mostScale = 4;
+constexpr Size gallerySize{620, 760};
+constexpr int mostPreviewScale = 4;
 
 GtkWidget* heading(const std::string& text) {
     const auto label = startLabel(text, false);
@@ -46,7 +46,7 @@ struct Gallery::Parts {
     Parts(Extension& extension, Events theEvents)
         : events{std::move(theEvents)},
           inquiry{extension, [this] { ask(); }},
-          dialog{windowSize, events.closed} {
+          dialog{gallerySize, events.closed} {
         dialog.setTitle("Add a Widget");
         const auto scrolled = gtk_scrolled_window_new(nullptr, nullptr);
         gtk_container_add(GTK_CONTAINER(scrolled), list);
@@ -69,7 +69,8 @@ struct Gallery::Parts {
     }
 
     void askPicture(const Offer& offer) {
-        const int scale = std::clamp(gtk_widget_get_scale_factor(dialog.widget()), 1, mostScale);
+        const int scale =
+            std::clamp(gtk_widget_get_scale_factor(dialog.widget()), 1, mostPreviewScale);
         const Request request{.request = "snapshot",
                               .widget = offer.kind,
                               .family = nameOf(offer.family),
