@@ -52,7 +52,7 @@ function(tessary_test name)
     return()
   endif()
   add_executable(${name} ${ARG_SOURCES}
-                         "${PROJECT_SOURCE_DIR}/tests/support/fontconfig_leaks.cpp")
+                         "${PROJECT_SOURCE_DIR}/tests/support/leaks.cpp")
   target_link_libraries(${name} PRIVATE tessary_options ${ARG_LINKS} GTest::gmock GTest::gtest_main)
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_precompile_headers(${name} REUSE_FROM tessary_test_headers)
