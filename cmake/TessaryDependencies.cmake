@@ -13,7 +13,7 @@ if(TESSARY_DESKTOP)
   # -pthread, which glibc no longer needs, would keep the tests from the headers compiled for all.
   set_property(TARGET PkgConfig::GLIB PkgConfig::GTK PROPERTY INTERFACE_COMPILE_OPTIONS "")
 endif()
-if(TESSARY_TESTS)
+if(NOT TESSARY_TESTS STREQUAL "none")
   find_package(GTest REQUIRED)
   include(GoogleTest)
 endif()

@@ -1,7 +1,8 @@
 # What the scripts share. Source it first; it moves to the project's root.
 #
 #     source "$(dirname "${BASH_SOURCE[0]}")/common.bash"
-#     build developer          # configures where needed, builds build/developer
+#     build check              # configures where needed, builds build/check
+#     stage "Building" build check && print_stages
 shopt -s inherit_errexit
 script=$(realpath "$0")
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit
@@ -9,6 +10,21 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit
 # A headline on standard error, so that it never mixes with a result.
 step() {
     printf '\n== %s\n' "$*" >&2
+}
+
+stages=()
+
+# stage NAME COMMAND...: the command under a headline; how long it took is remembered.
+stage() {
+    local name=$1 began=$SECONDS
+    step "$name"
+    "${@:2}"
+    stages+=("$(printf '%5d s  %s' $((SECONDS - began)) "$name")")
+}
+
+# What each stage took, and all of the script.
+print_stages() {
+    printf '%s\n' "${stages[@]}" "$(printf '%5d s  in all' "$SECONDS")"
 }
 
 fail() {

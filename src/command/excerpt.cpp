@@ -45,13 +45,13 @@ std::string_view tailOf(std::string_view text) {
     return text;
 }
 
-struct Shown {
+struct ShownText {
     std::string text{};
     std::size_t cells{};
 };
 
 /// What lies before the place, no longer than fits. Tabs that indent are blanks.
-Shown shownBefore(std::string_view before) {
+ShownText shownBefore(std::string_view before) {
     const std::size_t indented = std::min(before.find_first_not_of(" \t"), before.size());
     const std::string_view tail = tailOf(before);
     bool isCut = tail.size() < before.size();
@@ -69,7 +69,7 @@ Shown shownBefore(std::string_view before) {
             characters.pop_front();
         }
     }
-    Shown shown{isCut ? "…" : "", cells + (isCut ? 1 : 0)};
+    ShownText shown{isCut ? "…" : "", cells + (isCut ? 1 : 0)};
     for (const VisibleCharacter& character : characters) shown.text += character.shown;
     return shown;
 }
@@ -83,7 +83,7 @@ Excerpt excerptAt(std::string_view text, std::size_t offset) {
     const std::string_view line = lineAround(text, start);
 
     const std::size_t column = std::min(place - start, line.size());  // in bytes, from 0
-    const Shown shown = shownBefore(line.substr(0, column));
+    const ShownText shown = shownBefore(line.substr(0, column));
 
     return {
         .line = 1 + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n')),

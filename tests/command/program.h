@@ -20,8 +20,8 @@ protected:
         const int status = std::system(
             ("C=" + folder_ +
              "; ASK=\"--container $C --at 1731772840\"; env -i TZ=UTC XDG_DATA_HOME=" + folder_ +
-             "/data ASAN_OPTIONS=detect_leaks=0 " + variables + " " + TESSARY_PROGRAM + " >" +
-             folder_ + "/out 2>" + folder_ + "/err " + words)
+             "/data " + variables + " " + TESSARY_PROGRAM + " >" + folder_ + "/out 2>" + folder_ +
+             "/err " + words)
                 .c_str());
         out_ = contents(container_ / "out");
         err_ = contents(container_ / "err");

@@ -95,8 +95,10 @@ ExtensionProcess::ExtensionProcess(std::vector<std::string> command, Patience pa
     : command_{std::move(command)}, patience_{patience} {}
 
 ExtensionProcess::~ExtensionProcess() {
-    // There may be no loop any more that reads it to its end; and it keeps nothing.
-    if (run_) g_subprocess_force_exit(run_->process.get());
+    // There may be no loop any more that reads them to their ends; and they keep nothing.
+    if (run_) dropped_.push_back(run_);
+    for (const auto& dropped : dropped_)
+        if (const auto run = dropped.lock()) g_subprocess_force_exit(run->process.get());
     end();
 }
 
@@ -139,6 +141,8 @@ void ExtensionProcess::end() {
     const auto run = std::exchange(run_, nullptr);
     if (!run) return;
     run->owner = nullptr;
+    std::erase_if(dropped_, [](const auto& dropped) { return dropped.expired(); });
+    dropped_.push_back(run);
     g_output_stream_close(g_subprocess_get_stdin_pipe(run->process.get()), nullptr, nullptr);
     const auto force = [](gpointer process) -> gboolean {
         g_subprocess_force_exit(static_cast<GSubprocess*>(process));

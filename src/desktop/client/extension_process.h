@@ -73,6 +73,7 @@ private:
     Patience patience_;
     std::deque<Question> waiting_{};
     std::shared_ptr<Run> run_{};
+    std::vector<std::weak_ptr<Run>> dropped_{};  ///< may not have ended yet
     Timer idle_{}, reply_{}, pause_{};
     std::int64_t lastId_{};
     int failures_{};  ///< since the last good reply

@@ -17,7 +17,7 @@ using namespace glib;
 
 namespace {
 
-constexpr Size windowSize{420, 520};
+constexpr Size editorSize{420, 520};
 constexpr std::ptrdiff_t mostRows = 200;  // more are found by their words
 
 GtkWidget* ellipsized(const std::string& text, bool quiet) {
@@ -48,7 +48,7 @@ public:
           events_{std::move(events)},
           wanted_{pin_},
           inquiry_{extension, [this] { ask(); }},
-          dialog_{windowSize, events_.closed} {
+          dialog_{editorSize, events_.closed} {
         dialog_.setTitle("Choose");
         addSearch();
         addList();

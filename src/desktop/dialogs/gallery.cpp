@@ -17,8 +17,8 @@ using namespace windows;
 
 namespace {
 
-constexpr Size windowSize{620, 760};
-constexpr int mostScale = 4;
+constexpr Size gallerySize{620, 760};
+constexpr int mostPreviewScale = 4;
 
 GtkWidget* heading(const std::string& text) {
     const auto label = startLabel(text, false);
@@ -37,7 +37,7 @@ public:
     Gallery(Extension& extension, GalleryEvents events)
         : events_{std::move(events)},
           inquiry_{extension, [this] { ask(); }},
-          dialog_{windowSize, events_.closed} {
+          dialog_{gallerySize, events_.closed} {
         dialog_.setTitle("Add a Widget");
         const auto scrolled = gtk_scrolled_window_new(nullptr, nullptr);
         gtk_container_add(GTK_CONTAINER(scrolled), list_);
@@ -69,7 +69,7 @@ private:
     }
 
     void askPicture(const Offer& offer) {
-        const int scale = std::clamp(gtk_widget_get_scale_factor(dialog_.widget()), 1, mostScale);
+        const int scale = std::clamp(gtk_widget_get_scale_factor(dialog_.widget()), 1, mostPreviewScale);
         const Request request{.request = "snapshot",
                               .widget = offer.kind,
                               .family = nameOf(offer.family),

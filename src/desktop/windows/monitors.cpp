@@ -13,7 +13,7 @@ using namespace places;
 
 namespace {
 
-constexpr Monitor supposed{.area = {1280, 720}};
+constexpr Monitor supposedMonitor{.area = {1280, 720}};
 
 std::string textOf(const char* text) { return text ? text : ""; }
 
@@ -59,7 +59,7 @@ std::vector<Monitor> monitors() {
         const auto at = gdk_monitor_is_primary(monitor) ? all.begin() : all.end();
         all.insert(at, describeMonitor(monitor, i));
     }
-    return all.empty() ? std::vector{supposed} : all;
+    return all.empty() ? std::vector{supposedMonitor} : all;
 }
 
 MonitorWatch::MonitorWatch(std::function<void()> changed) : changed_{std::move(changed)} {

@@ -24,8 +24,8 @@ using views::Rect;
 namespace {
 
 using SurfacePtr = Owned<cairo_surface_t, cairo_surface_destroy>;
-using ContextPtr = Owned<cairo_t, cairo_destroy>;
-using PatternPtr = Owned<cairo_pattern_t, cairo_pattern_destroy>;
+using CairoContextPtr = Owned<cairo_t, cairo_destroy>;
+using GradientPtr = Owned<cairo_pattern_t, cairo_pattern_destroy>;
 
 /// Restores the state of a context when it goes.
 class Saved {
@@ -94,7 +94,7 @@ struct Canvas {
     }
     Pixels pixels;
     SurfacePtr surface;
-    ContextPtr cr;
+    CairoContextPtr cr;
 };
 
 class ListPainter {
@@ -209,7 +209,7 @@ private:
     }
 
     void apply(const views::Fill& fill, double height) {
-        const PatternPtr gradient{cairo_pattern_create_linear(0, 0, 0, height)};
+        const GradientPtr gradient{cairo_pattern_create_linear(0, 0, 0, height)};
         const auto steps = static_cast<double>(std::max<std::size_t>(fill.gradient.size(), 2) - 1);
         for (std::size_t i = 0; i < fill.gradient.size(); ++i) {
             const Color& stop = fill.gradient[i];
@@ -271,7 +271,7 @@ std::string paintPDF(const DisplayList& list, PangoTypesetter& typesetter, found
         cairo_pdf_surface_create_for_stream(append, &document, list.size.width, list.size.height)};
     cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE,
                                    timestamp(date).c_str());
-    const ContextPtr cr{cairo_create(surface.get())};
+    const CairoContextPtr cr{cairo_create(surface.get())};
     ListPainter{cr.get(), list, typesetter, Medium::document}.paint();
     cairo_show_page(cr.get());
     cairo_surface_finish(surface.get());

@@ -10,7 +10,7 @@ namespace tessary::drawing {
 
 namespace {
 
-using FontPtr = Owned<hb_font_t, hb_font_destroy>;
+using ShapingFontPtr = Owned<hb_font_t, hb_font_destroy>;
 using BufferPtr = Owned<hb_buffer_t, hb_buffer_destroy>;
 using DrawFunctionsPtr = Owned<hb_draw_funcs_t, hb_draw_funcs_destroy>;
 using PatternPtr = Owned<FcPattern, FcPatternDestroy>;
@@ -77,7 +77,7 @@ BufferPtr buffered(std::string_view text) {
 }  // namespace
 
 struct FontFace::Parts {
-    FontPtr font{};
+    ShapingFontPtr font{};
     PatternPtr pattern{};
     mutable CairoFacePtr cairo{};  ///< made when it is asked for
 };

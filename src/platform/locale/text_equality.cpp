@@ -23,7 +23,7 @@ bool isComparable(std::string_view text) {
     return text.size() <= longestComparable && foundation::isUTF8(text);
 }
 
-icu::UnicodeString utf16(std::string_view text) {
+icu::UnicodeString unicode(std::string_view text) {
     return icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())});
 }
 
@@ -36,7 +36,7 @@ bool canonicallyEqual(std::string_view a, std::string_view b) {
     if (isASCII(a) && isASCII(b)) return false;
     if (!isComparable(a) || !isComparable(b)) return false;
     UErrorCode status = U_ZERO_ERROR;
-    const auto order = icu::Normalizer::compare(utf16(a), utf16(b), 0, status);
+    const auto order = icu::Normalizer::compare(unicode(a), unicode(b), 0, status);
     return U_SUCCESS(status) && order == 0;
 }
 
@@ -44,7 +44,7 @@ std::string canonicalForm(std::string_view text) {
     if (isASCII(text) || !isComparable(text)) return std::string{text};
     icu::UnicodeString decomposed;
     UErrorCode status = U_ZERO_ERROR;
-    icu::Normalizer::normalize(utf16(text), UNORM_NFD, 0, decomposed, status);
+    icu::Normalizer::normalize(unicode(text), UNORM_NFD, 0, decomposed, status);
     std::string form;
     if (U_SUCCESS(status)) decomposed.toUTF8String(form);
     return U_SUCCESS(status) ? form : std::string{text};

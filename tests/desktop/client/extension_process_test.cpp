@@ -20,7 +20,12 @@ echo start >>"$0.starts"
 n=$(wc -l <"$0.starts")
 [ $n -le $# ] || n=$#
 shift $((n - 1))
-case $1 in hang) exec sleep 60 ;; deaf) exit 3 ;; dumb) exec >/dev/null ;; esac
+case $1 in
+    hang) exec cat >/dev/null ;;
+    stay) echo $$ >"$0.pid"; exec sleep 30 2>/dev/null ;;
+    deaf) exit 3 ;;
+    dumb) exec >/dev/null ;;
+esac
 while read -r line; do
     id=${line#*:} id=${id%%,*}
     case $1 in
@@ -146,6 +151,18 @@ TEST_F(Stand, IsRenewedAndPrepared) {
     EXPECT_TRUE(until([&] { return answers_.size() == 3; }));
     EXPECT_TRUE(until([&] { return !extension.running(); }));
     EXPECT_EQ(lines(".starts"), 3);
+}
+
+TEST_F(Stand, TakesWithItWhatItDroppedAndDidNotEnd) {
+    pid_t dropped = 0;
+    {
+        ExtensionProcess extension{command("stay"), {}};
+        extension.prepare();
+        EXPECT_TRUE(until([&] { return bool{std::ifstream{script_ + ".pid"} >> dropped}; }));
+        extension.renew();
+        EXPECT_EQ(::kill(dropped, 0), 0);
+    }
+    EXPECT_TRUE(until([&] { return ::kill(dropped, 0) != 0; }));
 }
 
 // One that nobody waits for is not tried again.
