@@ -75,7 +75,6 @@ public:
         std::vector<std::string> words{std::istream_iterator<std::string>{in}, {}};
         if (row.starts_with("--")) return carry(parseCall(words, "/").command);
         const auto signs = desktop_.signs();
-        const auto& card = *ShownCard::last;
         const std::vector<std::string> rest{words.begin() + 1, words.end()};
         const std::map<std::string, std::function<void()>> happenings{
             {"time", [&] { pass(std::stod(rest.at(0))); }},
@@ -90,14 +89,15 @@ public:
             {"pins", [&] { extension_.answer({.pins = pins(rest)}); }},
             {"error", [&] { extension_.answer({.error = "no"}); }},
             {"timeline", [&] { extension_.answer({.timeline = timeline(rest)}); }},
-            {"rescaled", [&] { ShownCard::last->perPoint = 2, card.events.scaleChanged(); }},
-            {"closed", [&] { ShownCard::last->lies = "", card.events.closed(); }},
-            {"moved", [&] { card.events.moved(*parsePlace("40,60")); }},
-            {"small", [&] { card.events.familyChosen(Family::small); }},
-            {"edit", [&] { card.events.editChosen(); }},
-            {"remove", [&] { card.events.removeChosen(); }},
-            {"add", [&] { card.events.addChosen(); }},
-            {"quit", [&] { card.events.quitChosen(); }},
+            {"rescaled",
+             [&] { ShownCard::last->perPoint = 2, ShownCard::last->events.scaleChanged(); }},
+            {"closed", [&] { ShownCard::last->lies = "", ShownCard::last->events.closed(); }},
+            {"moved", [&] { ShownCard::last->events.moved(*parsePlace("40,60")); }},
+            {"small", [&] { ShownCard::last->events.familyChosen(Family::small); }},
+            {"edit", [&] { ShownCard::last->events.editChosen(); }},
+            {"remove", [&] { ShownCard::last->events.removeChosen(); }},
+            {"add", [&] { ShownCard::last->events.addChosen(); }},
+            {"quit", [&] { ShownCard::last->events.quitChosen(); }},
         };
         happenings.at(words.at(0))();
     }
