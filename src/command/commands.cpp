@@ -5,13 +5,13 @@
 #include <iostream>
 #include <unistd.h>
 
+#include "command/change_wait.h"
 #include "command/check_report.h"
 #include "extension/descriptions.h"
 #include "extension/serve.h"
 #include "extension/widget_host.h"
 #include "extension/widget_lookup.h"
 #include "platform/foundation/json_writing.h"
-#include "platform/system/file_watch.h"
 #include "platform/system/output.h"
 
 namespace tessary::command {
@@ -196,18 +196,19 @@ private:
     }
 
     static int checkedOnEachChange(const CheckCommand& command) {
-        system::heedEndSignals();
+        heedEndSignals();
         std::optional<Inspection> last;
-        for (system::Woken woken = system::Woken::change; woken == system::Woken::change;) {
-            system::FileWatch watch{watchedFiles(command.request)};
+        for (Woken woken = Woken::change; woken == Woken::change;) {
+            system::PathWatch watch{watchedFiles(command.request)};
+            if (!watch.sight()) return report(failed, watch.sight().fault().message());
             const Inspection found = inspected(command.request);
             if (!last || !foundTheSame(*last, found)) {
                 if (last && !command.json) print("\n");
                 if (const int status = told(found, command); status != done) return status;
                 last = found;
             }
-            woken = watch.wait();
-            if (woken == system::Woken::readerGone)
+            woken = waitForChange(watch);
+            if (woken == Woken::readerGone)
                 return report(failed, "cannot write standard output: its reader has gone");
         }
         return exitStatus(*last);

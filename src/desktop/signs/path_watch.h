@@ -1,24 +1,16 @@
-// Sees when what lies at a path may have changed, without looking at it.
+// News of paths (platform/system/path_watch.h) from GLib's main loop, a burst of changes at a time.
 //
-//     PathWatch files{container + "/widgets/*.json", {.changed = [] { askForNewTimelines(); }}};
+//     PathWatch files{container / "widgets/*.json", {.changed = [] { askForNewTimelines(); }}};
 //     PathWatch zone{"/etc/localtime", {.changed = [] { startAnew(); }}};
-//
-// A file written, replaced by a rename, linked or removed counts, and so do the folders that it
-// lies in, or where that lies, being made, moved or removed. Links are followed: one on the way
-// that is replaced counts, and so does the file that it leads to. Nothing of it need exist.
 #pragma once
 
 #include <filesystem>
 #include <functional>
-#include <map>
-#include <string>
-#include <vector>
 
 #include "desktop/glib/timer.h"
+#include "platform/system/path_watch.h"
 
 namespace tessary::signs {
-
-using glib::Timer;
 
 class PathWatch {
 public:
@@ -30,29 +22,18 @@ public:
 
     /// The path is absolute; its last name may be `*` and what names there have to end with. Throws
     /// std::runtime_error where the system has no watch to give.
-    PathWatch(std::filesystem::path path, Events events);
+    PathWatch(const std::filesystem::path& path, Events events);
     PathWatch(const PathWatch&) = delete;
     PathWatch& operator=(const PathWatch&) = delete;
     ~PathWatch();
 
 private:
-    struct Folder {
-        std::filesystem::path path{};
-        std::vector<std::string> names{};  ///< what matters there
-    };
-
-    void watchAll();
-    void watchWay(const std::filesystem::path& path);
-    void watch(const std::filesystem::path& folder, const std::string& name, unsigned events);
     void takeEvents();
-    bool matters(int watch, unsigned events, const std::string& name) const;
 
-    std::filesystem::path path_;
+    system::PathWatch watch_;
     Events events_;
-    int queue_{-1};
     unsigned source_{};
-    std::map<int, Folder> folders_{};  ///< by watch
-    Timer burst_{};
+    glib::Timer burst_{};
 };
 
 }  // namespace tessary::signs
