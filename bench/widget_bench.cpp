@@ -50,7 +50,7 @@ views::DisplayList list() {
 
 void decode(benchmark::State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(snapshot());
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * document.size()));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(document.size()));
 }
 void derive(benchmark::State& state) {
     const std::optional<alarms::AlarmsSnapshot> decoded = snapshot();

@@ -38,7 +38,7 @@ bool operator==(const View& a, const View& b) { return a.node_ == b.node_; }
 View View::modified(nodes::Modifier modifier) const {
     return View{Node{nodes::Modified{*this, std::move(modifier)}}};
 }
-View View::changed(EnvironmentChange change) const { return modified(std::move(change)); }
+View View::changed(EnvironmentChange change) const { return modified(change); }
 
 View View::font(Font font) const { return changed({.font = font}); }
 View View::weight(Weight weight) const { return changed({.weight = weight}); }

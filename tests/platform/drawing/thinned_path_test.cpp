@@ -9,7 +9,6 @@ namespace {
 
 using views::Path;
 using views::PathCommand;
-using views::Point;
 
 /// A line of `count` corners across 312 points, up and down without any order.
 Path zigzag(int count, double stride) {
