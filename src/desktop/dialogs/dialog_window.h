@@ -18,9 +18,6 @@
 
 namespace tessary::dialogs {
 
-using glib::Timer;
-using places::Size;
-
 /// What a label shows of a text: one line of it, no longer than any window is wide.
 std::string shortened(const std::string& text);
 
@@ -31,7 +28,7 @@ class DialogWindow {
 public:
     /// As large as that or, where it has less room, as the screen. `closed` is called from the main
     /// loop, and may destroy this.
-    DialogWindow(Size size, std::function<void()> closed);
+    DialogWindow(places::Size size, std::function<void()> closed);
     DialogWindow(const DialogWindow&) = delete;
     DialogWindow& operator=(const DialogWindow&) = delete;
     ~DialogWindow();
@@ -56,7 +53,7 @@ private:
     GtkWidget* window_{gtk_window_new(GTK_WINDOW_TOPLEVEL)};
     GtkWidget* box_{gtk_box_new(GTK_ORIENTATION_VERTICAL, 12)};
     GtkWidget* status_{startLabel("", true)};
-    Timer closing_{};
+    glib::Timer closing_{};
 };
 
 }  // namespace tessary::dialogs

@@ -10,6 +10,9 @@
 
 namespace tessary::dialogs {
 
+using namespace client;
+using namespace places;
+
 namespace {
 
 class DialogWindows final : public Dialogs {

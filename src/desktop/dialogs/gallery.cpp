@@ -69,7 +69,8 @@ private:
     }
 
     void askPicture(const Offer& offer) {
-        const int scale = std::clamp(gtk_widget_get_scale_factor(dialog_.widget()), 1, mostPreviewScale);
+        const int scale =
+            std::clamp(gtk_widget_get_scale_factor(dialog_.widget()), 1, mostPreviewScale);
         const Request request{.request = "snapshot",
                               .widget = offer.kind,
                               .family = nameOf(offer.family),

@@ -18,8 +18,6 @@
 
 namespace tessary::signs {
 
-using glib::Timer;
-
 class PathWatch {
 public:
     /// Both are called from GLib's main loop.
@@ -52,7 +50,7 @@ private:
     int queue_{-1};
     unsigned source_{};
     std::map<int, Folder> folders_{};  ///< by watch
-    Timer burst_{};
+    glib::Timer burst_{};
 };
 
 }  // namespace tessary::signs
