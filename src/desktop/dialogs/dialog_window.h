@@ -24,6 +24,9 @@ std::string shortened(const std::string& text);
 /// A label that begins where its row begins; a quiet one is dimmed.
 GtkWidget* startLabel(const std::string& text, bool quiet);
 
+/// Destroys what a container holds.
+void empty(GtkWidget* container);
+
 class DialogWindow {
 public:
     /// As large as that or, where it has less room, as the screen. `closed` is called from the main

@@ -1,13 +1,22 @@
-// Painting the extension's pictures.
+// The extension's pictures, and what they are painted on.
 #pragma once
 
-#include <cairo.h>
+#include <gtk/gtk.h>
 #include <memory>
 
 #include "desktop/client/messages.h"
 #include "desktop/places/placement.h"
 
 namespace tessary::windows {
+
+/// Pixels per point on the screen that a widget is on, 1 to 4, as the extension can draw them.
+int scaleOf(GtkWidget* widget);
+
+/// Lets a window that is not yet realized be seen through, where the screen can show that.
+void makeSeeThrough(GtkWidget* window);
+
+/// Wipes off what there is.
+void clear(cairo_t* cairo);
 
 struct DestroySurface {
     void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
