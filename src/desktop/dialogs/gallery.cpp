@@ -1,6 +1,5 @@
 #include "desktop/dialogs/gallery.h"
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
