@@ -13,11 +13,6 @@
 
 namespace tessary::desktop {
 
-using places::Family;
-using places::Monitor;
-using places::Place;
-using places::PlacedWidget;
-
 /// An edit that changes nothing by itself opens the editor.
 enum class Action {
     start,
@@ -36,14 +31,14 @@ enum class Action {
 
 struct Command {
     Action action{Action::start};
-    bool json{};                       ///< for list
-    std::string kind{};                ///< for add
-    int number{};                      ///< for remove, edit, openEditor, openLink
-    std::optional<Family> family{};    ///< for add and edit
-    std::optional<std::string> pin{};  ///< for add and edit
-    std::optional<Place> place{};      ///< likewise; one of no monitor leaves it to the desktop
-    std::string container{};           ///< an absolute path; empty where not given
-    std::string info{};                ///< likewise
+    bool json{};                             ///< for list
+    std::string kind{};                      ///< for add
+    int number{};                            ///< for remove, edit, openEditor, openLink
+    std::optional<places::Family> family{};  ///< for add and edit
+    std::optional<std::string> pin{};        ///< for add and edit
+    std::optional<places::Place> place{};  ///< likewise; one of no monitor leaves it to the desktop
+    std::string container{};               ///< an absolute path; empty where not given
+    std::string info{};                    ///< likewise
 };
 
 struct Call {
@@ -66,7 +61,7 @@ struct Outcome {
 /// Does what list, add, remove and edit ask for; for openEditor and openLink, says whether there is
 /// such a widget, and a pin to choose. Where it could not, the widgets are what they were. A new
 /// widget comes to the first of the monitors, without a place to a free spot.
-Outcome carryOut(const Command& command, std::vector<PlacedWidget>& widgets,
-                 const std::vector<Monitor>& monitors);
+Outcome carryOut(const Command& command, std::vector<places::PlacedWidget>& widgets,
+                 const std::vector<places::Monitor>& monitors);
 
 }  // namespace tessary::desktop

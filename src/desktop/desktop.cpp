@@ -13,6 +13,7 @@ namespace tessary::desktop {
 
 using namespace places;
 using namespace client;
+using windows::Card;
 
 namespace {
 
@@ -90,25 +91,22 @@ void Desktop::show(const std::vector<PlacedWidget>& widgets) {
 
 std::shared_ptr<Desktop::Shown> Desktop::open(const PlacedWidget& widget) {
     const int number = widget.number;
-    std::function<void()> edit;
-    if (takesPin(widget.kind)) edit = [this, number] { openEditor(number); };
+    const auto choose = [this, number](Command command) {
+        command.number = number;
+        chosen_(command);
+    };
     auto shown = std::make_shared<Shown>();
-    shown->card = ground_.openCard({
+    Card::Events events{
         .scaleChanged = [this, number] { ask(shown_.at(number)); },
         .closed = [this] { arrange(); },
-        .moved =
-            [this, number](const Place& place) {
-                chosen_({.action = Action::edit, .number = number, .place = place});
-            },
-        .familyChosen =
-            [this, number](Family family) {
-                chosen_({.action = Action::edit, .number = number, .family = family});
-            },
-        .editChosen = edit,
-        .removeChosen = [this, number] { chosen_({.action = Action::remove, .number = number}); },
+        .moved = [choose](auto& place) { choose({.action = Action::edit, .place = place}); },
+        .familyChosen = [choose](auto size) { choose({.action = Action::edit, .family = size}); },
+        .removeChosen = [choose] { choose({.action = Action::remove}); },
         .addChosen = [this] { openGallery(); },
-        .quitChosen = [this] { chosen_({.action = Action::quit}); },
-    });
+        .quitChosen = [choose] { choose({.action = Action::quit}); },
+    };
+    if (takesPin(widget.kind)) events.editChosen = [this, number] { openEditor(number); };
+    shown->card = ground_.openCard(std::move(events));
     return shown;
 }
 

@@ -22,16 +22,14 @@
 
 namespace tessary::desktop {
 
-using windows::Card;
-
 /// What it stands on; each has to be there, for longer than the desktop is.
 struct Ground {
     client::Extension& extension;
     dialogs::Dialogs& dialogs;
-    std::function<std::unique_ptr<Card>(Card::Events)> openCard{};
-    std::function<std::vector<Monitor>()> monitors{};  ///< at least one
-    std::function<double()> now{};                     ///< seconds since 1970
-    std::function<void(double moment)> wake{};         ///< once, by the clock's sign
+    std::function<std::unique_ptr<windows::Card>(windows::Card::Events)> openCard{};
+    std::function<std::vector<places::Monitor>()> monitors{};  ///< at least one
+    std::function<double()> now{};                             ///< seconds since 1970
+    std::function<void(double moment)> wake{};                 ///< once, by the clock's sign
     std::function<void(const std::string& words)> note{};
 };
 
@@ -53,7 +51,7 @@ public:
     Signs signs();
 
     /// Shows these widgets and no others; those that stay keep their cards.
-    void show(const std::vector<PlacedWidget>& widgets);
+    void show(const std::vector<places::PlacedWidget>& widgets);
 
     /// Asks for all widgets anew, and for what the gallery and the editors show.
     void reload();
@@ -71,7 +69,7 @@ public:
 private:
     struct Shown;
 
-    std::shared_ptr<Shown> open(const PlacedWidget& widget);
+    std::shared_ptr<Shown> open(const places::PlacedWidget& widget);
     void askNames();
     void arrange();
     void ask(const std::shared_ptr<Shown>& shown);

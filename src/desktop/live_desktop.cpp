@@ -19,14 +19,13 @@ std::vector<std::string> options(const Folders& folders) {
 }
 
 dialogs::Dialogs::Events commands(const std::function<void(const Command&)>& chosen) {
-    return {.added =
-                [chosen](const std::string& kind, Family family) {
-                    chosen({.action = Action::add, .kind = kind, .family = family});
-                },
-            .chosen =
-                [chosen](int number, const std::string& pin) {
-                    chosen({.action = Action::edit, .number = number, .pin = pin});
-                }};
+    const auto add = [chosen](const std::string& kind, places::Family family) {
+        chosen({.action = Action::add, .kind = kind, .family = family});
+    };
+    const auto edit = [chosen](int number, const std::string& pin) {
+        chosen({.action = Action::edit, .number = number, .pin = pin});
+    };
+    return {.added = add, .chosen = edit};
 }
 
 }  // namespace

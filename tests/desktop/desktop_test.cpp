@@ -30,7 +30,7 @@ struct Asked : client::FakeExtension {
 };
 
 /// Tells what is other than before; it is known by its name.
-struct ShownCard : Card {
+struct ShownCard : windows::Card {
     explicit ShownCard(Events theirs) : events{std::move(theirs)} { last = this; }
     ~ShownCard() override { tell(name + " goes"); }
 

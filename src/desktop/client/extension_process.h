@@ -21,8 +21,6 @@
 
 namespace tessary::client {
 
-using glib::Timer;
-
 /// The words that start the extension with these options: the program beside this one, else the one
 /// of that name on the PATH.
 std::vector<std::string> extensionCommand(const std::vector<std::string>& options);
@@ -74,7 +72,7 @@ private:
     std::deque<Question> waiting_{};
     std::shared_ptr<Run> run_{};
     std::vector<std::weak_ptr<Run>> dropped_{};  ///< may not have ended yet
-    Timer idle_{}, reply_{}, pause_{};
+    glib::Timer idle_{}, reply_{}, pause_{};
     std::int64_t lastId_{};
     int failures_{};  ///< since the last good reply
 };

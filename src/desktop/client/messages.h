@@ -18,8 +18,6 @@
 
 namespace tessary::client {
 
-using places::Family;
-
 struct Request {
     std::string request{};             ///< "list", "pins", "snapshot" or "timeline"
     std::string widget{};              ///< a kind, for all but list
@@ -51,8 +49,8 @@ struct WidgetKind {
     std::string kind{};
     std::string displayName{};
     std::string description{};
-    std::vector<Family> families{};  ///< those of its families that a desktop has
-    bool configurable{};             ///< shows a pin that a user chooses
+    std::vector<places::Family> families{};  ///< those of its families that a desktop has
+    bool configurable{};                     ///< shows a pin that a user chooses
     bool operator==(const WidgetKind&) const = default;
 };
 

@@ -36,6 +36,11 @@ GtkWidget* startLabel(const std::string& text, bool quiet) {
     return label;
 }
 
+void empty(GtkWidget* container) {
+    const auto destroy = [](GtkWidget* child, gpointer) { gtk_widget_destroy(child); };
+    gtk_container_foreach(GTK_CONTAINER(container), destroy, nullptr);
+}
+
 DialogWindow::DialogWindow(Size size, std::function<void()> closed) : closed_{std::move(closed)} {
     const auto area = monitors().front().area;
     gtk_window_set_default_size(GTK_WINDOW(window_), std::min(size.width, area.width),

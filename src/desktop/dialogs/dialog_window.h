@@ -18,20 +18,20 @@
 
 namespace tessary::dialogs {
 
-using glib::Timer;
-using places::Size;
-
 /// What a label shows of a text: one line of it, no longer than any window is wide.
 std::string shortened(const std::string& text);
 
 /// A label that begins where its row begins; a quiet one is dimmed.
 GtkWidget* startLabel(const std::string& text, bool quiet);
 
+/// Destroys what a container holds.
+void empty(GtkWidget* container);
+
 class DialogWindow {
 public:
     /// As large as that or, where it has less room, as the screen. `closed` is called from the main
     /// loop, and may destroy this.
-    DialogWindow(Size size, std::function<void()> closed);
+    DialogWindow(places::Size size, std::function<void()> closed);
     DialogWindow(const DialogWindow&) = delete;
     DialogWindow& operator=(const DialogWindow&) = delete;
     ~DialogWindow();
@@ -56,7 +56,7 @@ private:
     GtkWidget* window_{gtk_window_new(GTK_WINDOW_TOPLEVEL)};
     GtkWidget* box_{gtk_box_new(GTK_ORIENTATION_VERTICAL, 12)};
     GtkWidget* status_{startLabel("", true)};
-    Timer closing_{};
+    glib::Timer closing_{};
 };
 
 }  // namespace tessary::dialogs

@@ -10,11 +10,14 @@
 
 namespace tessary::dialogs {
 
+using namespace client;
+using namespace places;
+
 namespace {
 
-class DialogWindows final : public Dialogs {
+class OpenDialogs final : public Dialogs {
 public:
-    DialogWindows(Extension& extension, Events events)
+    OpenDialogs(Extension& extension, Events events)
         : extension_{extension}, events_{std::move(events)} {}
 
     void openGallery() override {
@@ -59,7 +62,7 @@ private:
 }  // namespace
 
 std::unique_ptr<Dialogs> makeDialogs(Extension& extension, Dialogs::Events events) {
-    return std::make_unique<DialogWindows>(extension, std::move(events));
+    return std::make_unique<OpenDialogs>(extension, std::move(events));
 }
 
 }  // namespace tessary::dialogs

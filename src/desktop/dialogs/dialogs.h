@@ -18,15 +18,11 @@
 
 namespace tessary::dialogs {
 
-using client::Extension;
-using places::Family;
-using places::PlacedWidget;
-
 class Dialogs {
 public:
     /// What a user chooses in them; each is called from the main loop and has to be there.
     struct Events {
-        std::function<void(const std::string& kind, Family family)> added{};
+        std::function<void(const std::string& kind, places::Family family)> added{};
         std::function<void(int number, const std::string& pin)> chosen{};
     };
 
@@ -35,16 +31,16 @@ public:
     virtual void openGallery() = 0;
 
     /// For a widget that takes a pin.
-    virtual void openEditor(const PlacedWidget& widget) = 0;
+    virtual void openEditor(const places::PlacedWidget& widget) = 0;
 
     /// Ends the editors of all widgets but these.
-    virtual void keep(const std::vector<PlacedWidget>& widgets) = 0;
+    virtual void keep(const std::vector<places::PlacedWidget>& widgets) = 0;
 
     /// Lets what is open ask for everything anew.
     virtual void reload() = 0;
 };
 
 /// Windows of an open display.
-std::unique_ptr<Dialogs> makeDialogs(Extension& extension, Dialogs::Events events);
+std::unique_ptr<Dialogs> makeDialogs(client::Extension& extension, Dialogs::Events events);
 
 }  // namespace tessary::dialogs

@@ -160,9 +160,7 @@ private:
     void fill() {
         words_ = gtk_entry_get_text(entry_);
         filling_ = true;
-        gtk_container_foreach(
-            GTK_CONTAINER(list_), [](GtkWidget* widget, gpointer) { gtk_widget_destroy(widget); },
-            nullptr);
+        empty(GTK_WIDGET(list_));
         rows_ = finder_.matches(words_);
         const auto isWanted = [this](std::size_t row) { return found_.pins[row].id == wanted_; };
         const auto it = std::ranges::find_if(rows_, isWanted);

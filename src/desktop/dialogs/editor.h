@@ -18,8 +18,6 @@
 
 namespace tessary::dialogs {
 
-using client::Extension;
-
 /// What the window tells; each is called from the main loop and has to be there.
 struct EditorEvents {
     std::function<void(const std::string& id)> chosen{};  ///< `closed` follows
@@ -28,7 +26,7 @@ struct EditorEvents {
 
 /// For a widget of a kind that takes a pin, and its choice; without one what the kind takes at
 /// first is selected.
-std::unique_ptr<Dialog> makeEditor(Extension& extension, const std::string& kind,
+std::unique_ptr<Dialog> makeEditor(client::Extension& extension, const std::string& kind,
                                    const std::optional<std::string>& pin, EditorEvents events);
 
 }  // namespace tessary::dialogs

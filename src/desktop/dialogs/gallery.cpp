@@ -1,6 +1,5 @@
 #include "desktop/dialogs/gallery.h"
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -18,7 +17,6 @@ using namespace windows;
 namespace {
 
 constexpr Size gallerySize{620, 760};
-constexpr int mostPreviewScale = 4;
 
 GtkWidget* heading(const std::string& text) {
     const auto label = startLabel(text, false);
@@ -69,11 +67,10 @@ private:
     }
 
     void askPicture(const Offer& offer) {
-        const int scale = std::clamp(gtk_widget_get_scale_factor(dialog_.widget()), 1, mostPreviewScale);
         const Request request{.request = "snapshot",
                               .widget = offer.kind,
                               .family = nameOf(offer.family),
-                              .scale = scale,
+                              .scale = scaleOf(dialog_.widget()),
                               .preview = true};
         // The offers are replaced by a list's answer alone, for which all these have been awaited.
         inquiry_.ask(request, [this, &offer](const Reply& reply) {
@@ -88,9 +85,7 @@ private:
 
     void fill(const std::vector<WidgetKind>& found) {
         kinds_ = found;
-        gtk_container_foreach(
-            GTK_CONTAINER(list_), [](GtkWidget* widget, gpointer) { gtk_widget_destroy(widget); },
-            nullptr);
+        empty(list_);
         offers_.clear();
         for (const auto& kind : kinds_) addWidget(kind);
         gtk_widget_show_all(list_);

@@ -17,16 +17,13 @@
 
 namespace tessary::dialogs {
 
-using client::Extension;
-using places::Family;
-
 /// What the window tells; each is called from the main loop and has to be there.
 struct GalleryEvents {
     /// One is to be added; the window stays.
-    std::function<void(const std::string& kind, Family family)> chosen{};
+    std::function<void(const std::string& kind, places::Family family)> chosen{};
     std::function<void()> closed{};  ///< may destroy the gallery
 };
 
-std::unique_ptr<Dialog> makeGallery(Extension& extension, GalleryEvents events);
+std::unique_ptr<Dialog> makeGallery(client::Extension& extension, GalleryEvents events);
 
 }  // namespace tessary::dialogs

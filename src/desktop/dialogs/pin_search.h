@@ -11,11 +11,9 @@
 
 namespace tessary::dialogs {
 
-using client::Pin;
-
 class PinSearch {
 public:
-    explicit PinSearch(const std::vector<Pin>& pins);
+    explicit PinSearch(const std::vector<client::Pin>& pins);
 
     /// The places, in order, of the pins whose name and detail have all these words in them; every
     /// pin has those of an empty text.

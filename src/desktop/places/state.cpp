@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <glib/gstdio.h>
 #include <stdexcept>
 

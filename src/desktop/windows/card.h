@@ -16,11 +16,6 @@
 
 namespace tessary::windows {
 
-using client::Entry;
-using places::Family;
-using places::Monitor;
-using places::Place;
-
 class Card {
 public:
     /// What it tells; each is called from the main loop and has to be there, but for what a widget
@@ -28,8 +23,8 @@ public:
     struct Events {
         std::function<void()> scaleChanged{};
         std::function<void()> closed{};  ///< by the compositor; to be placed again, or to leave
-        std::function<void(const Place&)> moved{};
-        std::function<void(Family)> familyChosen{};
+        std::function<void(const places::Place&)> moved{};
+        std::function<void(places::Family)> familyChosen{};
         std::function<void()> editChosen{};  ///< left out where there is nothing to edit
         std::function<void()> removeChosen{};
         std::function<void()> addChosen{};
@@ -39,7 +34,8 @@ public:
     virtual ~Card() = default;
 
     /// Puts it on a monitor that there is, at the place's offsets.
-    virtual void place(const Monitor& monitor, const Place& place, Family family) = 0;
+    virtual void place(const places::Monitor& monitor, const places::Place& place,
+                       places::Family family) = 0;
 
     /// Takes it from the screen until it is placed again: its monitor is gone.
     virtual void leave() = 0;
@@ -52,7 +48,7 @@ public:
 
     /// Shows an entry until the next; the card appears with its first, once placed. A picture that
     /// is the same as before is not drawn again.
-    virtual void show(const Entry& entry) = 0;
+    virtual void show(const client::Entry& entry) = 0;
 
     /// Opens the link of the entry that is shown; nothing without one.
     virtual void openLink() = 0;

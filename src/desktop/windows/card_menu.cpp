@@ -2,6 +2,8 @@
 
 namespace tessary::windows {
 
+using namespace places;
+
 namespace {
 
 /// The ways to the other monitors, which the arrow keys do not take.

@@ -18,7 +18,8 @@ struct MenuItem {
 };
 
 /// For a card of that size at that place of one of the monitors.
-std::vector<MenuItem> cardMenu(const Card::Events& events, Family family, const Place& place,
-                               const std::vector<Monitor>& monitors);
+std::vector<MenuItem> cardMenu(const Card::Events& events, places::Family family,
+                               const places::Place& place,
+                               const std::vector<places::Monitor>& monitors);
 
 }  // namespace tessary::windows

@@ -17,10 +17,7 @@ struct DragGrid::Sheet {
     Sheet(const Monitor& theMonitor, const Picture& thePicture, Size theSize)
         : monitor{theMonitor}, picture{thePicture}, size{theSize} {
         const auto window = GTK_WINDOW(widget);
-        gtk_widget_set_app_paintable(widget, TRUE);
-        const auto screen = gtk_widget_get_screen(widget);
-        if (const auto visual = gdk_screen_get_rgba_visual(screen))
-            gtk_widget_set_visual(widget, visual);
+        makeSeeThrough(widget);
         if (hasLayerShell()) {
             makeLayerSurface(window, GTK_LAYER_SHELL_LAYER_TOP,
                              {GTK_LAYER_SHELL_EDGE_LEFT, GTK_LAYER_SHELL_EDGE_RIGHT,
@@ -49,10 +46,7 @@ struct DragGrid::Sheet {
     }
 
     void draw(cairo_t* cairo) const {
-        cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
-        cairo_set_source_rgba(cairo, 0, 0, 0, 0);
-        cairo_paint(cairo);
-        cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
+        clear(cairo);
         drawDots(cairo);
         if (!shadow) return;
         cairo_translate(cairo, shadow->x, shadow->y);

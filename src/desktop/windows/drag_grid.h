@@ -13,22 +13,18 @@
 
 namespace tessary::windows {
 
-using client::Picture;
-using places::Monitor;
-using places::Place;
-using places::Size;
-
 class DragGrid {
 public:
     /// Whether the screen can show anything that is seen through.
     static bool isPossible();
 
     /// Opens a surface above each monitor's work area, which no pointer meets.
-    DragGrid(const std::vector<Monitor>& monitors, const Picture& picture, Size widget);
+    DragGrid(const std::vector<places::Monitor>& monitors, const client::Picture& picture,
+             places::Size widget);
     ~DragGrid();
 
     /// Moves the shadow to a place of one of the monitors.
-    void show(const Place& place);
+    void show(const places::Place& place);
 
 private:
     struct Sheet;

@@ -1,6 +1,5 @@
 #include "desktop/windows/monitors.h"
 
-#include <algorithm>
 #include <gdk/gdk.h>
 #ifdef GDK_WINDOWING_X11
 #include <gdk/gdkx.h>

@@ -12,11 +12,9 @@
 
 namespace tessary::windows {
 
-using places::Monitor;
-
 /// The monitors of the open display, in its own order but for the primary one, which comes first.
 /// There is always one: where the display has none at the moment, one without a name.
-std::vector<Monitor> monitors();
+std::vector<places::Monitor> monitors();
 
 class MonitorWatch {
 public:

@@ -8,6 +8,21 @@ namespace tessary::windows {
 using namespace places;
 using namespace client;
 
+int scaleOf(GtkWidget* widget) { return std::clamp(gtk_widget_get_scale_factor(widget), 1, 4); }
+
+void makeSeeThrough(GtkWidget* window) {
+    gtk_widget_set_app_paintable(window, TRUE);
+    if (const auto visual = gdk_screen_get_rgba_visual(gtk_widget_get_screen(window)))
+        gtk_widget_set_visual(window, visual);
+}
+
+void clear(cairo_t* cairo) {
+    cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
+    cairo_set_source_rgba(cairo, 0, 0, 0, 0);
+    cairo_paint(cairo);
+    cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
+}
+
 Surface decode(const Picture& picture, Size points) {
     if (!picture) return nullptr;
     std::string_view bytes{*picture};

@@ -1,7 +1,7 @@
-// Painting the extension's pictures.
+// The extension's pictures, and what they are painted on.
 #pragma once
 
-#include <cairo.h>
+#include <gtk/gtk.h>
 #include <memory>
 
 #include "desktop/client/messages.h"
@@ -9,8 +9,14 @@
 
 namespace tessary::windows {
 
-using client::Picture;
-using places::Size;
+/// Pixels per point on the screen that a widget is on, 1 to 4, as the extension can draw them.
+int scaleOf(GtkWidget* widget);
+
+/// Lets a window that is not yet realized be seen through, where the screen can show that.
+void makeSeeThrough(GtkWidget* window);
+
+/// Wipes off what there is.
+void clear(cairo_t* cairo);
 
 struct DestroySurface {
     void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
@@ -18,11 +24,11 @@ struct DestroySurface {
 using Surface = std::unique_ptr<cairo_surface_t, DestroySurface>;
 
 /// The picture's pixels, for use as so many points. Null where the picture is absent or damaged.
-Surface decode(const Picture& picture, Size points);
+Surface decode(const client::Picture& picture, places::Size points);
 
 /// Paints the picture with its upper left corner at the context's origin; nothing where it is
 /// absent or damaged. It is decoded each time: windows are drawn rarely, and the pixels would be
 /// the most that a widget holds.
-void paint(cairo_t* cairo, const Picture& picture, Size points, double opacity = 1);
+void paint(cairo_t* cairo, const client::Picture& picture, places::Size points, double opacity = 1);
 
 }  // namespace tessary::windows

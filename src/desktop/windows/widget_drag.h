@@ -16,25 +16,21 @@
 
 namespace tessary::windows {
 
-using client::Picture;
-using places::Monitor;
-using places::Place;
 using places::Position;
-using places::Size;
 
 class WidgetDrag {
 public:
     /// The pointer was pressed at `pressed`, and the widget's upper left corner lies at `corner`,
     /// both among all monitors, of which there has to be one.
-    WidgetDrag(Position pressed, std::vector<Monitor> monitors, Position corner, Size widget,
-               Picture picture);
+    WidgetDrag(Position pressed, std::vector<places::Monitor> monitors, Position corner,
+               places::Size widget, client::Picture picture);
 
     /// Takes the pointer's position, in the same space as where it was pressed.
     void moveTo(Position pointer);
 
     /// Where the widget would be dropped, on the grid; none while the pointer has stayed about
     /// where it was pressed.
-    const std::optional<Place>& place() const { return place_; }
+    const std::optional<places::Place>& place() const { return place_; }
 
     /// Whether the grid shows the place. Where the screen cannot show one, the widget itself has to
     /// go there at once.
@@ -42,11 +38,11 @@ public:
 
 private:
     Position pressed_;
-    std::vector<Monitor> monitors_;
+    std::vector<places::Monitor> monitors_;
     Position corner_;
-    Size widget_;
-    Picture picture_;
-    std::optional<Place> place_{};
+    places::Size widget_;
+    client::Picture picture_;
+    std::optional<places::Place> place_{};
     std::unique_ptr<DragGrid> grid_{};
 };
 

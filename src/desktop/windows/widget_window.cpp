@@ -22,7 +22,6 @@ using namespace client;
 
 namespace {
 
-constexpr int mostScale = 4;
 constexpr std::chrono::milliseconds monitorsSettle{100};
 constexpr double cornerRadius = 22;  // of a card, in points
 
@@ -53,9 +52,7 @@ class WidgetWindow final : public Card {
 public:
     explicit WidgetWindow(Events events) : events_{std::move(events)} {
         gtk_window_set_resizable(window_, FALSE);
-        gtk_widget_set_app_paintable(widget_, TRUE);
-        if (const auto visual = gdk_screen_get_rgba_visual(gtk_widget_get_screen(widget_)))
-            gtk_widget_set_visual(widget_, visual);
+        makeSeeThrough(widget_);
         gtk_widget_add_events(
             widget_, GDK_BUTTON_PRESS_MASK | GDK_BUTTON_RELEASE_MASK | GDK_BUTTON1_MOTION_MASK);
         gtk_window_set_focus_visible(window_, FALSE);
@@ -97,9 +94,7 @@ public:
         atk_object_set_name(gtk_widget_get_accessible(widget_), name.c_str());
     }
 
-    int scale() const override {
-        return std::clamp(gtk_widget_get_scale_factor(widget_), 1, mostScale);
-    }
+    int scale() const override { return scaleOf(widget_); }
 
     void show(const Entry& next) override {
         const auto before = std::exchange(entry_, next);
@@ -132,9 +127,7 @@ private:
     }
 
     void draw(cairo_t* cairo) const {
-        cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
-        cairo_set_source_rgba(cairo, 0, 0, 0, 0);
-        cairo_paint(cairo);
+        clear(cairo);
         paint(cairo, entry_.picture, sizeOf(family_));
         if (gtk_window_has_toplevel_focus(window_) && gtk_window_get_focus_visible(window_))
             drawFocus(cairo);
@@ -142,7 +135,6 @@ private:
     /// A ring along the card's edge.
     void drawFocus(cairo_t* cairo) const {
         constexpr double line = 3;
-        cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
         addCard(cairo, sizeOf(family_), line / 2);
         cairo_set_source_rgb(cairo, 0.2, 0.5, 1);
         cairo_set_line_width(cairo, line);
