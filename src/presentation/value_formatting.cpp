@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <string_view>
 
+#include "platform/foundation/numbers.h"
 #include "platform/system/surroundings.h"
 
 namespace tessary::presentation {
@@ -45,10 +45,7 @@ constexpr std::array<Magnitude, 3> magnitudes{{{1e9, 1e9, 'B'}, {1e6, 1e6, 'M'},
 /// As printf's "%.*f" in the C locale: the exact binary value, ties to even.
 std::string fixed(double value, int decimals) {
     if (std::isnan(value)) return "nan";  // without the sign that some have
-    std::array<char, 320> text{};         // 309 digits at most before the point
-    const auto end =
-        std::to_chars(text.begin(), text.end(), value, std::chars_format::fixed, decimals);
-    return {text.begin(), end.ptr};
+    return foundation::digits(value, std::chars_format::fixed, decimals);
 }
 
 /// At most a few digits and a magnitude. The result is not looked at again: 999999 is "1000.0K".

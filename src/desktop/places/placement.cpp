@@ -1,7 +1,8 @@
 #include "desktop/places/placement.h"
 
 #include <algorithm>
-#include <charconv>
+
+#include "platform/foundation/numbers.h"
 
 namespace tessary::places {
 
@@ -29,11 +30,9 @@ std::string describe(Offset offset) {
 std::optional<Offset> parseOffset(std::string_view word) {
     const bool fromEnd = word.starts_with('-');
     if (fromEnd) word.remove_prefix(1);
-    int points{};
-    const auto end = word.data() + word.size();
-    const auto [stop, error] = std::from_chars(word.data(), end, points);
-    if (error != std::errc{} || stop != end || points < 0 || points > farthest) return {};
-    return Offset{fromEnd ? From::end : From::start, points};
+    const auto points = foundation::parsed<int>(word);
+    if (!points || *points < 0 || *points > farthest) return {};
+    return Offset{fromEnd ? From::end : From::start, *points};
 }
 
 /// How far a value lies from a range.

@@ -1,7 +1,5 @@
 #include "platform/drawing/svg_painter.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 
 #include "platform/drawing/cairo_painter.h"
@@ -10,6 +8,7 @@
 #include "platform/drawing/symbols.h"
 #include "platform/drawing/text_painter.h"
 #include "platform/foundation/base64.h"
+#include "platform/foundation/numbers.h"
 
 namespace tessary::drawing {
 
@@ -26,11 +25,7 @@ namespace {
 /// A number to a thousandth, without zeros that say nothing.
 std::string number(double value) {
     const double rounded = std::round(value * 1000) / 1000;
-    std::array<char, 32> buffer{};
-    const auto end =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), rounded == 0 ? 0.0 : rounded)
-            .ptr;
-    return {buffer.data(), end};
+    return foundation::digits(rounded == 0 ? 0.0 : rounded);
 }
 
 std::string pair(Point p) { return number(p.x) + " " + number(p.y); }

@@ -2,29 +2,25 @@
 
 #include <algorithm>
 
+#include "platform/foundation/utf8.h"
+
 namespace tessary::drawing {
 
 namespace {
 
-/// How many bytes the control character or line break at `at` takes; 0 where there is none.
-std::size_t controlLength(std::string_view text, std::size_t at) {
-    const auto byte = [&](std::size_t i) {
-        return at + i < text.size() ? static_cast<unsigned char>(text[at + i]) : 0U;
-    };
-    if (byte(0) < 0x20 || byte(0) == 0x7F) return 1;
-    if (byte(0) == 0xC2 && byte(1) >= 0x80 && byte(1) < 0xA0) return 2;
-    const bool separator =
-        byte(0) == 0xE2 && byte(1) == 0x80 && (byte(2) == 0xA8 || byte(2) == 0xA9);
-    return separator ? 3 : 0;
+/// What would control a terminal, or break a line.
+bool isControl(char32_t code) {
+    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x2028 || code == 0x2029;
 }
 
-/// The text in one line: what would control a terminal, or break the line, as a space.
+/// The text in one line, with a space for each control.
 std::string plain(std::string_view text) {
     std::string result;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t control = controlLength(text, at);
-        result += control > 0 ? ' ' : text[at];
-        at += std::max<std::size_t>(control, 1);
+    while (!text.empty()) {
+        const auto [code, length] = foundation::leadingCharacter(text);
+        const auto bytes = text.substr(0, std::max<std::size_t>(length, 1));
+        result += length > 0 && isControl(code) ? " " : bytes;
+        text.remove_prefix(bytes.size());
     }
     return result;
 }

@@ -1,9 +1,10 @@
 #include "platform/foundation/date.h"
 
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 #include <string>
+
+#include "platform/foundation/numbers.h"
 
 namespace tessary::foundation {
 namespace {
@@ -42,9 +43,7 @@ public:
         if (length == 1) failed_ = true;
         const auto digits = "0" + std::string{rest_.substr(0, length)};
         rest_.remove_prefix(length);
-        double value = 0;
-        std::from_chars(digits.data(), digits.data() + digits.size(), value);
-        return value;
+        return parsed<double>(digits).value_or(0);
     }
 
     bool isAtEnd() const { return !failed_ && rest_.empty(); }
@@ -57,11 +56,8 @@ private:
 std::optional<Date> parseDecimal(std::string_view text) {
     const auto digits = text.substr(text.starts_with('-') ? 1 : 0);
     if (digits.empty() || !isDigit(digits.front()) || !isDigit(digits.back())) return std::nullopt;
-    Date date;
-    const auto* const end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, date.seconds, std::chars_format::fixed);
-    if (result.ec != std::errc{} || result.ptr != end) return std::nullopt;
-    return date;
+    const auto seconds = parsed<double>(text, std::chars_format::fixed);
+    return seconds ? std::optional{Date{*seconds}} : std::nullopt;
 }
 
 /// Seconds that the zone is ahead of UTC: "Z" or "+05:30".

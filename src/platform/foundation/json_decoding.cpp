@@ -6,6 +6,7 @@
 #include <rapidjson/reader.h>
 
 #include "platform/foundation/json_numbers.h"
+#include "platform/foundation/numbers.h"
 #include "platform/foundation/utf8.h"
 
 namespace tessary::foundation {
@@ -121,12 +122,6 @@ std::string_view expectation(rapidjson::ParseErrorCode code) {
     }
 }
 
-std::string hexadecimal(char byte) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    const auto value = static_cast<unsigned char>(byte);
-    return {'\\', 'x', digits[value >> 4U], digits[value & 15U]};
-}
-
 /// On one line and not for ever: about 40 bytes, what cannot be shown as \xNN.
 std::string shortened(std::string_view text) {
     std::string shown;
@@ -135,7 +130,7 @@ std::string shortened(std::string_view text) {
         const auto taken = std::max<std::size_t>(length, 1);
         if (shown.size() + taken > 40) return shown + "…";
         const bool isShowable = length > 1 || (length == 1 && text[0] >= ' ' && text[0] != '\x7F');
-        shown += isShowable ? std::string{text.substr(0, length)} : hexadecimal(text[0]);
+        shown += isShowable ? std::string{text.substr(0, length)} : "\\x" + hexadecimal(text[0]);
         text.remove_prefix(taken);
     }
     return shown;

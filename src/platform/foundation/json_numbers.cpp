@@ -7,6 +7,8 @@
 #include <string>
 #include <system_error>
 
+#include "platform/foundation/numbers.h"
+
 namespace tessary::foundation {
 namespace {
 
@@ -39,14 +41,6 @@ bool readExponent(std::string_view& rest, std::int64_t& exponent) {
     const auto digits = skipDigits(rest);
     exponent = exponentValue(digits, isNegative);
     return !digits.empty();
-}
-
-std::optional<std::int64_t> parseInteger(std::string_view text) {
-    std::int64_t value = 0;
-    const auto* const end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, value);
-    if (result.ec != std::errc{} || result.ptr != end) return std::nullopt;
-    return value;
 }
 
 /// The number without point, leading and trailing zeros: `digits` times ten to `exponent`; no
@@ -85,13 +79,13 @@ std::optional<WrittenNumber> readNumber(std::string_view text) {
 
 std::optional<std::int64_t> asInteger(const WrittenNumber& number) {
     const bool isPlain = number.whole.end() == number.text.end();
-    if (isPlain) return parseInteger(number.text);
+    if (isPlain) return parsed<std::int64_t>(number.text);
     constexpr std::int64_t mostDigits = std::numeric_limits<std::int64_t>::digits10 + 1;
     auto [digits, exponent] = scaled(number);
     if (digits.empty()) return 0;
     if (exponent < 0 || std::ssize(digits) + exponent > mostDigits) return std::nullopt;
     digits.append(static_cast<std::size_t>(exponent), '0');
-    return parseInteger(number.isNegative ? "-" + digits : digits);
+    return parsed<std::int64_t>(number.isNegative ? "-" + digits : digits);
 }
 
 std::optional<double> asDouble(const WrittenNumber& number) {

@@ -1,25 +1,15 @@
 #include "platform/foundation/json_writing.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 
+#include "platform/foundation/numbers.h"
 #include "platform/foundation/utf8.h"
 
 namespace tessary::foundation {
 namespace {
 
 constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
-
-/// The digits of a number, by std::to_chars; enough room for any double below 1e21 and for any
-/// exponent.
-template <class... Arguments>
-std::string digits(Arguments... arguments) {
-    std::array<char, 64> room{};
-    const auto result = std::to_chars(room.data(), room.data() + room.size(), arguments...);
-    return {room.data(), result.ptr};
-}
 
 bool needsExponent(double number) {
     const double size = std::abs(number);
@@ -30,9 +20,7 @@ std::string controlEscape(char character) {
     constexpr std::string_view escaped = "\b\f\n\r\t";
     const auto at = escaped.find(character);
     if (at != std::string_view::npos) return {'\\', "bfnrt"[at]};
-    constexpr std::string_view hexadecimal = "0123456789abcdef";
-    const auto value = static_cast<unsigned char>(character);
-    return std::string{"\\u00"} + hexadecimal[value >> 4U] + hexadecimal[value & 15U];
+    return (character < 16 ? "\\u000" : "\\u00") + digits(int{character}, 16);
 }
 
 void appendCharacter(std::string& text, std::string_view character) {

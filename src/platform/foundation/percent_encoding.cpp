@@ -1,5 +1,7 @@
 #include "platform/foundation/percent_encoding.h"
 
+#include "platform/foundation/numbers.h"
+
 namespace tessary::foundation {
 namespace {
 
@@ -9,15 +11,13 @@ constexpr std::string_view unreserved =
 }  // namespace
 
 std::string percentEncoded(std::string_view text) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string encoded;
     for (const char character : text) {
         if (unreserved.find(character) != std::string_view::npos) {
             encoded += character;
             continue;
         }
-        const auto byte = static_cast<unsigned char>(character);
-        encoded += {'%', digits[byte / 16], digits[byte % 16]};
+        encoded += '%' + hexadecimal(character);
     }
     return encoded;
 }

@@ -48,6 +48,16 @@ std::size_t leadingCharacterLength(std::string_view text) {
     return 0;
 }
 
+Character leadingCharacter(std::string_view text) {
+    const auto length = leadingCharacterLength(text);
+    if (length == 0) return {};
+    const auto lead = static_cast<unsigned char>(text.front());
+    char32_t code = length == 1 ? lead : lead & (0xFFU >> (length + 1));
+    for (const char byte : text.substr(1, length - 1))
+        code = (code << 6U) | (static_cast<unsigned char>(byte) & 0x3FU);
+    return {code, length};
+}
+
 bool isUTF8(std::string_view text) {
     while (!text.empty()) {
         const auto length = leadingCharacterLength(text);

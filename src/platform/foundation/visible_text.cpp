@@ -9,18 +9,6 @@ namespace tessary::foundation {
 
 namespace {
 
-/// The code point of a well-formed character.
-char32_t codePoint(std::string_view character) {
-    const auto byte = [&](std::size_t index) {
-        return static_cast<unsigned char>(character[index]);
-    };
-    if (character.size() == 1) return byte(0);
-    char32_t code = byte(0) & (0xFFU >> (character.size() + 1));
-    for (std::size_t index = 1; index < character.size(); ++index)
-        code = (code << 6U) | (byte(index) & 0x3FU);
-    return code;
-}
-
 /// Later controls, soft hyphens, joiners, marks and overrides of direction, line separators, the
 /// byte order mark.
 bool isUnseen(char32_t code) {
@@ -49,9 +37,8 @@ std::string controlPicture(char control) {
 }  // namespace
 
 VisibleCharacter firstVisible(std::string_view text) {
-    const std::size_t length = foundation::leadingCharacterLength(text);
+    const auto [code, length] = leadingCharacter(text);
     if (length == 0) return {"�", 1, 1};
-    const char32_t code = codePoint(text.substr(0, length));
     if (code < ' ' || code == 0x7F) return {controlPicture(text[0]), 1, 1};
     if (isUnseen(code)) return {"�", 1, length};
     return {std::string{text.substr(0, length)}, cells(code), length};

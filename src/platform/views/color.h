@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/foundation/numbers.h"
+
 namespace tessary::views {
 
 /// An sRGB colour. Equal when all four components are.
@@ -29,13 +31,9 @@ struct Color {
 
     /// "#RRGGBB", each component rounded to 8 bits; the opacity is not part of it.
     std::string hex() const {
-        constexpr char digits[] = "0123456789ABCDEF";
         std::string text = "#";
-        for (const double component : {red, green, blue}) {
-            const auto value = static_cast<unsigned>(std::lround(component * 255));
-            text += digits[value >> 4U & 15U];
-            text += digits[value & 15U];
-        }
+        for (const double component : {red, green, blue})
+            text += foundation::hexadecimal(static_cast<char>(std::lround(component * 255)));
         return text;
     }
     bool operator==(const Color&) const = default;

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <limits>
 
+#include "platform/foundation/utf8.h"
+
 namespace tessary::views {
 
 namespace {
@@ -15,27 +17,6 @@ constexpr std::size_t longestText = 16U << 10U;  // bytes
 constexpr double tolerance = 1e-3;
 
 // ---- Making a text's lines plain --------------------------------------------------------------
-
-struct CodePoint {
-    char32_t value{};
-    std::size_t length{};
-};
-
-/// Decodes the code point at `at`; the text is valid UTF-8.
-CodePoint codePoint(std::string_view text, std::size_t at) {
-    const auto byte = [&](std::size_t i) {
-        return at + i < text.size() ? static_cast<unsigned char>(text[at + i]) : 0U;
-    };
-    const unsigned lead = byte(0);
-    if (lead < 0x80) return {lead, 1};
-    if (lead < 0xE0) return {(lead & 0x1FU) << 6U | (byte(1) & 0x3FU), 2};
-    if (lead < 0xF0) {
-        return {(lead & 0x0FU) << 12U | (byte(1) & 0x3FU) << 6U | (byte(2) & 0x3FU), 3};
-    }
-    return {(lead & 0x07U) << 18U | (byte(1) & 0x3FU) << 12U | (byte(2) & 0x3FU) << 6U |
-                (byte(3) & 0x3FU),
-            4};
-}
 
 bool isHardBreak(char32_t c) {
     return (c >= 0x0A && c <= 0x0D) || c == 0x85 || c == 0x2028 || c == 0x2029;
@@ -58,8 +39,8 @@ std::string shortened(std::string_view text) {
 std::vector<std::string> paragraphs(std::string_view text) {
     std::vector<std::string> result(1);
     for (std::size_t at = 0; at < text.size();) {
-        const auto [value, length] = codePoint(text, at);
-        const std::string_view bytes = text.substr(at, length);
+        const auto [value, length] = foundation::leadingCharacter(text.substr(at));
+        const auto bytes = text.substr(at, std::max<std::size_t>(length, 1));
         at += bytes.size();
         if (value == '\r' && at < text.size() && text[at] == '\n') continue;
         if (isHardBreak(value))
