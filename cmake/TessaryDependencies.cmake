@@ -1,7 +1,6 @@
 # Everything comes from Debian's packages; docs/dependencies.md says what each is for.
 find_package(PkgConfig REQUIRED)
 find_package(RapidJSON REQUIRED)
-find_package(CLI11 REQUIRED)
 find_package(ICU 72 REQUIRED COMPONENTS i18n uc data)
 pkg_check_modules(PANGO REQUIRED IMPORTED_TARGET pangoft2 harfbuzz fontconfig)
 pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo cairo-ft cairo-pdf)

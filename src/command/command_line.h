@@ -1,7 +1,8 @@
 // The words of a call, understood.
 //
-//     const Call call = parseCommandLine({"render", "alarms", "--family", "medium"});
-//     std::get<RenderCommand>(call).picture.family          // WidgetFamily::systemMedium
+//     const auto call = parseCommandLine({"render", "alarms", "--family", "medium"});
+//     std::get<RenderCommand>(*call).picture.family         // WidgetFamily::systemMedium
+//     parseCommandLine({"draw"}).fault().message()          // "unknown command 'draw': expected …"
 #pragma once
 
 #include <filesystem>
@@ -13,6 +14,7 @@
 #include "extension/picture_options.h"
 #include "extension/request_options.h"
 #include "extension/serve.h"
+#include "platform/foundation/result.h"
 
 namespace tessary::command {
 
@@ -49,15 +51,12 @@ struct CheckCommand {
 struct Information {
     std::string text{};
 };
-/// The call was wrong: one line that names the word at fault and what was expected.
-struct UsageFault {
-    std::string message{};
-};
 
 using Call = std::variant<ListCommand, TimelineCommand, RenderCommand, PinsCommand, CheckCommand,
-                          ServeCommand, Information, UsageFault>;
+                          ServeCommand, Information>;
 
-/// Understands the words behind the program's name. Never throws, prints or exits.
-Call parseCommandLine(const std::vector<std::string>& words);
+/// Understands the words behind the program's name. A fault is one line that names the word at
+/// fault and what was expected.
+foundation::Result<Call> parseCommandLine(const std::vector<std::string>& words);
 
 }  // namespace tessary::command

@@ -120,7 +120,6 @@ std::string pinsAsJSON(const intents::WidgetConfigurationIntent& intent,
 
 struct Runner {
     int operator()(const Information& information) const { return print(information.text); }
-    int operator()(const UsageFault& fault) const { return report(wrongCall, fault.message); }
 
     int operator()(const ListCommand& command) const {
         return print(command.json ? listAsJSON() : listAsText(shell::TessaryWidgets{}.body()));
@@ -247,9 +246,10 @@ private:
 
 }  // namespace
 
-int run(const Call& call) {
+int run(const foundation::Result<Call>& call) {
+    if (!call) return report(wrongCall, call.fault().message());
     try {
-        return std::visit(Runner{}, call);
+        return std::visit(Runner{}, *call);
     } catch (const std::exception& error) {
         return report(failed, error.what());
     }

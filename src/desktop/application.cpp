@@ -141,7 +141,7 @@ int answerCall(Instance& instance, GApplicationCommandLine* line) {
     const char* folder = g_application_command_line_get_cwd(line);
     const auto call = parseCall({words + 1, words + count}, folder ? folder : "/");
     g_strfreev(words);
-    const auto outcome = instance.carry(call.command);
+    const auto outcome = call ? instance.carry(*call) : Outcome{2, "", call.fault().message()};
     if (!outcome.output.empty())
         g_application_command_line_print(line, "%s", outcome.output.c_str());
     if (!outcome.complaint.empty())
@@ -176,9 +176,9 @@ int run(const std::vector<std::string>& words) {
     g_set_printerr_handler([](const char* text) { std::fputs(text, stderr); });
     const Text folder{g_get_current_dir()};
     const auto call = parseCall(words, folder.get());
-    if (!call.fault.empty()) return note(call.fault), 2;
-    if (call.command.action == Action::help) return std::fputs(helpText().c_str(), stdout), 0;
-    if (call.command.action == Action::version)
+    if (!call) return note(call.fault().message()), 2;
+    if (call->action == Action::help) return std::fputs(helpText().c_str(), stdout), 0;
+    if (call->action == Action::version)
         return std::puts("tessary-widgets-desktop " TESSARY_VERSION), 0;
     return runApplication(words);
 }

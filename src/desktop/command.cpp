@@ -1,164 +1,125 @@
 #include "desktop/command.h"
 
 #include <algorithm>
-#include <charconv>
 #include <gio/gio.h>
-#include <string_view>
 
 #include "desktop/glib/handles.h"
 #include "desktop/places/state.h"
+#include "platform/foundation/utf8.h"
+#include "platform/system/options.h"
 
 namespace tessary::desktop {
 
 using namespace glib;
 using namespace places;
+using foundation::Result;
+using system::Option;
+using system::Reader;
+using system::Words;
 
 namespace {
 
-/// The words as GLib's parser leaves them.
-struct Words {
-    gboolean list{}, json{}, gallery{}, reload{}, quit{}, help{}, version{};
-    char *add{}, *remove{}, *edit{}, *open{}, *family{}, *pin{}, *position{}, *container{}, *info{};
+namespace option {
 
-    Words() = default;
-    Words(const Words&) = delete;
-    Words& operator=(const Words&) = delete;
-    ~Words() {
-        for (char* word : {add, remove, edit, open, family, pin, position, container, info})
-            g_free(word);
-    }
-};
+constexpr Option list{"list", "", "Print the widgets on the desktop"};
+constexpr Option json{"json", "", "With --list: print them as JSON"};
+constexpr Option add{"add", "WIDGET", "Add a widget: alarms, alarm or metric"};
+constexpr Option edit{"edit", "N",
+                      "Change widget N: its --pin, --family or --position; without, choose a pin"};
+constexpr Option open{"open", "N", "Open the link of widget N, as a click does"};
+constexpr Option remove{"remove", "N", "Remove widget N"};
+constexpr Option family{"family", "FAMILY", "The size: small or medium"};
+constexpr Option pin{"pin", "ID", "The alarm or metric to show"};
+constexpr Option position{"position", "X,Y",
+                          "Points from the left and the top, -X,-Y from the right and below"};
+constexpr Option gallery{"gallery", "", "Choose widgets to add in a window"};
+constexpr Option reload{"reload", "", "Ask for all widgets anew"};
+constexpr Option quit{"quit", "", "End the desktop that runs"};
+constexpr Option container{"container", "DIR", "The folder that holds widgets/"};
+constexpr Option info{"info", "FILE", "The extension's information dictionary"};
+constexpr Option help{"help", "", "Print this"};
+constexpr Option version{"version", "", "Print the version"};
 
-struct FreeContext {
-    void operator()(GOptionContext* context) const { g_option_context_free(context); }
-};
-using Context = std::unique_ptr<GOptionContext, FreeContext>;
+constexpr Option all[] = {list,     json,    add,    edit, open,      remove, family, pin,
+                          position, gallery, reload, quit, container, info,   help,   version};
 
-Context optionContext(Words& words) {
-    const auto flag = [](const char* name, gboolean& to, const char* what) {
-        return GOptionEntry{name, 0, 0, G_OPTION_ARG_NONE, &to, what, nullptr};
+}  // namespace option
+
+constexpr system::Program program{{.name = "tessary-widgets-desktop",
+                                   .purpose = "Shows the widgets on the desktop.",
+                                   .options = option::all,
+                                   .lastCounts = true}};
+
+Action actionOf(Reader& read) {
+    const std::pair<Option, Action> actions[] = {
+        {option::help, Action::help},     {option::version, Action::version},
+        {option::list, Action::list},     {option::add, Action::add},
+        {option::remove, Action::remove}, {option::edit, Action::openEditor},
+        {option::open, Action::openLink}, {option::gallery, Action::gallery},
+        {option::reload, Action::reload}, {option::quit, Action::quit},
     };
-    const auto word = [](const char* name, char*& to, const char* what, const char* value) {
-        // Words are taken as bytes, whatever the locale makes of them.
-        return GOptionEntry{name, 0, 0, G_OPTION_ARG_FILENAME, &to, what, value};
-    };
-    const GOptionEntry entries[] = {
-        flag("list", words.list, "Print the widgets on the desktop"),
-        flag("json", words.json, "With --list: print them as JSON"),
-        word("add", words.add, "Add a widget: alarms, alarm or metric", "WIDGET"),
-        word("edit", words.edit,
-             "Change widget N: its --pin, --family or --position; without, choose a pin", "N"),
-        word("open", words.open, "Open the link of widget N, as a click does", "N"),
-        word("remove", words.remove, "Remove widget N", "N"),
-        word("family", words.family, "The size: small or medium", "FAMILY"),
-        word("pin", words.pin, "The alarm or metric to show", "ID"),
-        word("position", words.position,
-             "Points from the left and the top, -X,-Y from the right and below", "X,Y"),
-        flag("gallery", words.gallery, "Choose widgets to add in a window"),
-        flag("reload", words.reload, "Ask for all widgets anew"),
-        flag("quit", words.quit, "End the desktop that runs"),
-        word("container", words.container, "The folder that holds widgets/", "DIR"),
-        word("info", words.info, "The extension's information dictionary", "FILE"),
-        flag("help", words.help, "Print this"),
-        flag("version", words.version, "Print the version"),
-        GOptionEntry{},
-    };
-    Context context{g_option_context_new(nullptr)};
-    g_option_context_set_summary(context.get(), "Shows the widgets on the desktop.");
-    g_option_context_add_main_entries(context.get(), entries, nullptr);
-    g_option_context_set_help_enabled(context.get(), FALSE);
-    return context;
-}
-
-/// Thrown inside this file for a word at fault; leaves it in a Call.
-struct BadCall {
-    std::string fault{};
-};
-
-BadCall badWord(const char* option, std::string_view word, const char* expected) {
-    return {std::string{option} + ": '" + std::string{word} + "' is not " + expected};
-}
-
-std::optional<int> wholeNumber(std::string_view word, int least) {
-    int value{};
-    const auto end = word.data() + word.size();
-    const auto [stop, error] = std::from_chars(word.data(), end, value);
-    if (error != std::errc{} || stop != end || value < least || value > 100'000) return {};
-    return value;
-}
-
-int parseNumber(const char* option, const char* word) {
-    if (const auto value = wholeNumber(word, 1)) return *value;
-    throw badWord(option, word, "a widget's number");
-}
-
-Place parsePosition(const char* word) {
-    if (const auto place = parsePlace(word)) return *place;
-    throw badWord("--position", word, "X,Y in points from the edges");
-}
-
-Action parseAction(const Words& words) {
-    const bool changes = words.pin || words.family || words.position;
-    const auto editing = changes ? Action::edit : Action::openEditor;
-    const std::pair<bool, Action> given[] = {
-        {words.help, Action::help},     {words.version, Action::version},
-        {words.list, Action::list},     {words.add, Action::add},
-        {words.remove, Action::remove}, {words.edit, editing},
-        {words.open, Action::openLink}, {words.gallery, Action::gallery},
-        {words.reload, Action::reload}, {words.quit, Action::quit},
-    };
-    const auto count = std::ranges::count(given, true, &std::pair<bool, Action>::first);
+    auto action = Action::start;
+    int count = 0;
+    for (const auto& [option, asked] : actions)
+        if (read.words.has(option)) ++count, action = asked;
     if (count > 1)
-        throw BadCall{
+        read.refuse(
             "expected one of --list, --add, --remove, --edit, --open, --gallery, "
             "--reload and --quit, not " +
-            std::to_string(count)};
-    const auto first = std::ranges::find(given, true, &std::pair<bool, Action>::first);
-    return first == std::end(given) ? Action::start : first->second;
+            std::to_string(count));
+    return action;
 }
 
-void refuseStrayOptions(const Words& words, Action action) {
-    const bool edits = action == Action::add || action == Action::edit;
-    const auto refuse = [](bool given, bool fits, const char* option, const char* expected) {
-        if (given && !fits)
-            throw BadCall{std::string{option} + ": expected " + expected + " with it"};
+void refuseStrayOptions(Reader& read, Action action) {
+    const bool edits = action == Action::add || action == Action::openEditor;
+    const auto needs = [&](const Option& option, bool isThere, const std::string& expected) {
+        if (read.words.has(option) && !isThere)
+            read.refuse("--" + std::string{option.name} + ": expected " + expected + " with it");
     };
-    refuse(words.json, action == Action::list, "--json", "--list");
-    refuse(words.position, edits, "--position", "--add or --edit");
-    refuse(words.family, edits, "--family", "--add or --edit");
-    refuse(words.pin, edits, "--pin", "--add or --edit");
+    needs(option::json, action == Action::list, "--list");
+    needs(option::position, edits, "--add or --edit");
+    needs(option::family, edits, "--add or --edit");
+    needs(option::pin, edits, "--add or --edit");
 }
 
-void understandWidget(const Words& words, Command& command) {
-    if (words.add) {
-        const auto kind = kindNamed(words.add);
-        if (!kind) throw badWord("--add", words.add, "one of alarms, alarm, metric");
-        if (words.pin && !takesPin(*kind))
-            throw BadCall{"--pin: expected a widget that shows a pin, alarm or metric"};
-        command.kind = *kind;
-    }
-    if (words.family && !(command.family = familyNamed(words.family)))
-        throw badWord("--family", words.family, "one of small, medium");
-    if (words.pin) {
-        if (!g_utf8_validate(words.pin, -1, nullptr))
-            throw badWord("--pin", Text{g_utf8_make_valid(words.pin, -1)}.get(), "UTF-8");
-        command.pin = words.pin;
-    }
-    if (words.position) command.place = parsePosition(words.position);
-    if (words.remove) command.number = parseNumber("--remove", words.remove);
-    if (words.open) command.number = parseNumber("--open", words.open);
-    if (words.edit) command.number = parseNumber("--edit", words.edit);
+/// What widgets and sizes there are is for whoever knows the widgets to say.
+void understandWidget(Reader& read, Command& command) {
+    const auto kind = read(option::add, kindNamed, "one of alarms, alarm, metric");
+    if (kind && read.words.has(option::pin) && !takesPin(*kind))
+        read.refuse("--pin: expected a widget that shows a pin, alarm or metric");
+    command.kind = kind.value_or("");
+    command.family = read(option::family, familyNamed, "one of small, medium");
 }
 
-Command understand(const Words& words, const std::string& folder) {
-    Command command{.action = parseAction(words), .json = words.json != FALSE};
-    refuseStrayOptions(words, command.action);
-    understandWidget(words, command);
-    const auto path = [&](const char* word) {
-        return word ? std::string{Text{g_canonicalize_filename(word, folder.c_str())}.get()} : "";
+int widgetNumber(Reader& read) {
+    int number{};
+    for (const auto& option : {option::remove, option::open, option::edit})
+        number = read(option, system::numberWithin<int, 1, 100'000>, "a widget's number")
+                     .value_or(number);
+    return number;
+}
+
+Command understand(Reader& read, const std::string& folder) {
+    const Words& words = read.words;
+    if (!words.operands.empty())
+        read.refuse("call: '" + words.operands[0] + "' is not an option that --help names");
+    Command command{.action = actionOf(read), .json = words.has(option::json)};
+    refuseStrayOptions(read, command.action);
+    understandWidget(read, command);
+    command.pin = words.value(option::pin);
+    if (command.pin && !foundation::isUTF8(*command.pin))
+        read.refuse(option::pin, Text{g_utf8_make_valid(command.pin->c_str(), -1)}.get(), "UTF-8");
+    command.place = read(option::position, parsePlace, "X,Y in points from the edges");
+    command.number = widgetNumber(read);
+    const bool changes = command.pin || command.family || command.place;
+    if (command.action == Action::openEditor && changes) command.action = Action::edit;
+    const auto path = [&](const Option& option) {
+        const auto word = words.value(option);
+        if (!word) return std::string{};
+        return std::string{Text{g_canonicalize_filename(word->c_str(), folder.c_str())}.get()};
     };
-    command.container = path(words.container);
-    command.info = path(words.info);
+    command.container = path(option::container);
+    command.info = path(option::info);
     return command;
 }
 
@@ -189,30 +150,15 @@ void move(PlacedWidget& widget, Place place) {
 
 }  // namespace
 
-Call parseCall(const std::vector<std::string>& words, const std::string& folder) try {
-    std::vector<const char*> all{"tessary-widgets-desktop"};
-    for (const auto& word : words) all.push_back(word.c_str());
-    all.push_back(nullptr);
-    Words found;
-    const auto context = optionContext(found);
-    std::unique_ptr<char*, decltype(&g_strfreev)> rest{g_strdupv(const_cast<char**>(all.data())),
-                                                       g_strfreev};
-    char** left = rest.release();
-    Fault fault;
-    const bool parsed = g_option_context_parse_strv(context.get(), &left, fault.out());
-    rest.reset(left);
-    if (!parsed) return {.fault = fault.message() + ", expected an option that --help names"};
-    if (left[1]) throw badWord("call", left[1], "an option that --help names");
-    return {.command = understand(found, folder)};
-} catch (const BadCall& bad) {
-    return {.fault = bad.fault};
+Result<Command> parseCall(const std::vector<std::string>& call, const std::string& folder) {
+    return system::parse(program, call).andThen([&](const Words& words) {
+        Reader read{words};
+        const Command command = understand(read, folder);
+        return read.whole(command);
+    });
 }
 
-std::string helpText() {
-    Words words;
-    g_set_prgname("tessary-widgets-desktop");
-    return Text{g_option_context_get_help(optionContext(words).get(), TRUE, nullptr)}.get();
-}
+std::string helpText() { return system::help(program, program.self); }
 
 Outcome carryOut(const Command& command, std::vector<PlacedWidget>& widgets,
                  const std::vector<Monitor>& monitors) {

@@ -1,8 +1,8 @@
 // What a call of the program asks for, and the commands that work on the placed widgets.
 //
 //     const auto call = parseCall({"--add", "alarm", "--position", "40,60"}, folder);
-//     if (!call.fault.empty()) return 2;
-//     carryOut(call.command, widgets, monitors)      // {.status = 0, .output = "1\n"}
+//     if (!call) return note(call.fault().message()), 2;
+//     carryOut(*call, widgets, monitors)             // {.status = 0, .output = "1\n"}
 #pragma once
 
 #include <optional>
@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "desktop/places/placed_widget.h"
+#include "platform/foundation/result.h"
 
 namespace tessary::desktop {
 
@@ -41,13 +42,10 @@ struct Command {
     std::string info{};                    ///< likewise
 };
 
-struct Call {
-    Command command{};
-    std::string fault{};  ///< one line: the word at fault and what was expected; empty without
-};
-
-/// Understands the words after the program's name; relative paths are of that folder.
-Call parseCall(const std::vector<std::string>& words, const std::string& folder);
+/// Understands the words after the program's name; relative paths are of that folder. A fault is
+/// one line: the word at fault and what was expected.
+foundation::Result<Command> parseCall(const std::vector<std::string>& words,
+                                      const std::string& folder);
 
 /// What --help prints.
 std::string helpText();

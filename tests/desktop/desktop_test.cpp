@@ -73,7 +73,7 @@ public:
     void happens(const std::string& row) {
         std::istringstream in{row};
         std::vector<std::string> words{std::istream_iterator<std::string>{in}, {}};
-        if (row.starts_with("--")) return carry(parseCall(words, "/").command);
+        if (row.starts_with("--")) return carry(parseCall(words, "/").value());
         const auto signs = desktop_.signs();
         const std::vector<std::string> rest{words.begin() + 1, words.end()};
         const std::map<std::string, std::function<void()>> happenings{

@@ -91,7 +91,7 @@ def without_a_desktop(room):
     expect("--add alarms", 0, "1\n")
     expect("--add metric --family medium", 0, "2\n")
     expect("--remove 3", 1, complaint="there is no widget 3")
-    expect("--add", 2, complaint="Missing argument for --add, expected an option that --help names")
+    expect("--add", 2, complaint="--add lacks its value: expected WIDGET")
     expect("--list", 0, TWO_WIDGETS.format(""))
     assert [w["number"] for w in json.loads(room.state.read_text())["widgets"]] == [1, 2]
 
