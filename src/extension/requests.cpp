@@ -36,6 +36,8 @@ struct RequestLine {
     std::optional<bool> preview{};
     std::optional<bool> redacted{};
     std::optional<std::string> format{};
+    std::optional<std::string> locale{};
+    std::optional<std::string> timeZone{};
 };
 
 }  // namespace tessary::extension
@@ -60,6 +62,8 @@ inline constexpr auto fieldsOf<extension::RequestLine> = std::tuple{
     Field{"preview", &extension::RequestLine::preview},
     Field{"redacted", &extension::RequestLine::redacted},
     Field{"format", &extension::RequestLine::format},
+    Field{"locale", &extension::RequestLine::locale},
+    Field{"timeZone", &extension::RequestLine::timeZone},
 };
 
 }  // namespace tessary::foundation
@@ -68,9 +72,10 @@ namespace tessary::extension {
 
 using foundation::decodeJSON;
 using foundation::JSONWriter;
-using widgets::Timeline;
+using locale::UserLocale;
 using widgets::WidgetConfiguration;
 using widgets::WidgetEntry;
+using widgets::WidgetTimeline;
 
 namespace {
 
@@ -112,8 +117,22 @@ Case parsed(const std::string& member, const std::optional<std::string>& word, C
     return *value;
 }
 
-PictureOptions pictureOptions(const RequestLine& request) {
-    PictureOptions options;
+/// A word as the option of the same name takes it.
+template <class Parse>
+void set(std::string& value, const std::string& member, const std::optional<std::string>& word,
+         Parse parse, const std::string& expected) {
+    if (!word) return;
+    auto parsed = parse(*word);
+    if (!parsed) throw BadRequest{member + ": '" + *word + "' is not " + expected};
+    value = *std::move(parsed);
+}
+
+PictureOptions pictureOptions(const RequestLine& request, const UserLocale& locale) {
+    PictureOptions options{.locale = locale};
+    set(options.locale.identifier, "locale", request.locale, UserLocale::parseIdentifier,
+        "a locale such as en_US or de_DE");
+    set(options.locale.timeZone, "timeZone", request.timeZone, UserLocale::parseTimeZone,
+        "a time zone such as UTC or Europe/Berlin");
     options.family = parsed("family", request.family, options.family);
     options.format = parsed("format", request.format, options.format);
     options.redacted = request.redacted.value_or(false);
@@ -123,10 +142,10 @@ PictureOptions pictureOptions(const RequestLine& request) {
     return options;
 }
 
-WidgetConfiguration widgetOf(const RequestLine& request) {
+WidgetConfiguration widgetOf(const RequestLine& request, const snapshot::Source& source) {
     if (!request.widget)
         throw BadRequest{"widget: expected alarms, alarm, metric, or a kind identifier"};
-    auto widget = findWidget(*request.widget);
+    auto widget = findWidget(*request.widget, source);
     if (!widget)
         throw BadRequest{notKnown("widget", *request.widget, "alarms, alarm, metric") +
                          " or a kind identifier"};
@@ -140,13 +159,13 @@ PinChoice pinChoice(const RequestLine& request) {
     return request.noPin.value_or(false) ? PinChoice{PinChoice::Kind::none, {}} : PinChoice{};
 }
 
-Timeline<WidgetEntry> asked(const WidgetConfiguration& widget, widgets::Request which,
-                            const RequestLine& request, const PictureOptions& options) {
+WidgetTimeline asked(const WidgetConfiguration& widget, widgets::Request which,
+                     const RequestLine& request, const PictureOptions& options) {
     const PinChoice choice = pinChoice(request);
     if (!widget.intent && choice != PinChoice{})
         throw BadRequest{"pin: '" + widget.kind + "' has none to be configured with"};
-    const auto entity = widget.intent ? configured(*widget.intent, choice) : std::nullopt;
-    return widget.answer(which, {options.family, request.preview.value_or(false)}, entity);
+    return widget.answer(
+        which, {options.family, request.preview.value_or(false), configured(widget, choice)});
 }
 
 /// Writes entries one after the other. Most minutes look like the one before; their picture is made
@@ -185,35 +204,10 @@ private:
     std::string picture_{};
 };
 
-void describeEntries(JSONWriter& json, Renderer& renderer, widgets::Request which,
-                     const RequestLine& request) {
-    const WidgetConfiguration widget = widgetOf(request);
-    const PictureOptions options = pictureOptions(request);
-    const Timeline<WidgetEntry> timeline = asked(widget, which, request, options);
-    json.member("kind", widget.kind).member("request", which);
-    json.member("family", options.family).member("scale", options.scale);
-    json.member("redacted", options.redacted).member("format", options.format);
-    json.key("entries").array([&] {
-        EntryWriter entries{json, renderer, widget.kind, options};
-        for (const WidgetEntry& entry : timeline.entries) entries.write(entry);
-    });
-    describePolicy(json, timeline);
-}
-
-void describeChoices(JSONWriter& json, const RequestLine& request) {
-    const WidgetConfiguration widget = widgetOf(request);
+void describeChoices(JSONWriter& json, const RequestLine& request, const snapshot::Source& source) {
+    const WidgetConfiguration widget = widgetOf(request, source);
     if (!widget.intent) throw BadRequest{notKnown("widget", *request.widget, "alarm, metric")};
     describePins(json, *widget.intent, request.ids.value_or(std::vector<std::string>{}));
-}
-
-void describe(JSONWriter& json, Renderer& renderer, const RequestLine& request) {
-    if (request.request == "list") return describeBundle(json);
-    if (request.request == "pins") return describeChoices(json, request);
-    const auto which = foundation::parse<widgets::Request>(request.request);
-    if (!which)
-        throw BadRequest{notKnown("request", request.request,
-                                  "list, pins, " + foundation::knownNames<widgets::Request>())};
-    describeEntries(json, renderer, *which, request);
 }
 
 std::string refusal(const Identifier& id, const std::string& error) {
@@ -234,7 +228,7 @@ std::string Extension::answer(std::string_view line) {
         JSONWriter json;
         json.object([&] {
             json.member("id", id);
-            describe(json, renderer_, request);
+            describe(json, request);
         });
         return std::move(json).text();
     } catch (const BadRequest& bad) {
@@ -242,6 +236,31 @@ std::string Extension::answer(std::string_view line) {
     } catch (const std::exception& error) {
         return refusal(id, error.what());
     }
+}
+
+void Extension::describeEntries(JSONWriter& json, widgets::Request which,
+                                const RequestLine& request) {
+    const WidgetConfiguration widget = widgetOf(request, source_);
+    const PictureOptions options = pictureOptions(request, locale_);
+    const WidgetTimeline timeline = asked(widget, which, request, options);
+    json.member("kind", widget.kind).member("request", which);
+    json.member("family", options.family).member("scale", options.scale);
+    json.member("redacted", options.redacted).member("format", options.format);
+    json.key("entries").array([&] {
+        EntryWriter entries{json, renderer_, widget.kind, options};
+        for (const WidgetEntry& entry : timeline.entries) entries.write(entry);
+    });
+    describePolicy(json, timeline);
+}
+
+void Extension::describe(JSONWriter& json, const RequestLine& request) {
+    if (request.request == "list") return describeBundle(json);
+    if (request.request == "pins") return describeChoices(json, request, source_);
+    const auto which = foundation::parse<widgets::Request>(request.request);
+    if (!which)
+        throw BadRequest{notKnown("request", request.request,
+                                  "list, pins, " + foundation::knownNames<widgets::Request>())};
+    describeEntries(json, *which, request);
 }
 
 }  // namespace tessary::extension

@@ -6,20 +6,11 @@
 #include <string>
 
 #include "platform/drawing/pango_typesetter.h"
-#include "platform/system/surroundings.h"
 #include "platform/views/even_typesetter.h"
 #include "platform/views/layout.h"
 #include "support/dump.h"
 
 namespace tessary {
-
-/// Surroundings for views: they have a locale, and whoever asks for more fails the test.
-inline system::Surroundings viewSurroundings(const std::string& locale = "en_US") {
-    return {.clock = [] { return ADD_FAILURE() << "read the clock", foundation::Date{}; },
-            .information = [](auto) { return ADD_FAILURE() << "read the dictionary", ""; },
-            .container = [](auto) { return ADD_FAILURE() << "looked for a file", ""; },
-            .locale = {locale, "UTC"}};
-}
 
 /// 16:00:40 on a day in 2024.
 inline constexpr foundation::Date shownAt{1731772840};
@@ -34,19 +25,22 @@ inline views::Typesetter& realType() {
 }
 
 inline views::DisplayList rendered(const views::View& view, const views::Surface& card = smallCard,
-                                   const views::Environment& environment = {},
+                                   const views::Environment& environment = {.now = shownAt},
                                    views::Typesetter& typesetter = realType()) {
     return views::layOut(view, card, environment, typesetter);
 }
 
 /// A widget on its card.
 inline views::DisplayList hosted(const views::View& view, bool medium, bool locked = false,
-                                 views::Typesetter& typesetter = realType()) {
+                                 views::Typesetter& typesetter = realType(),
+                                 const std::string& locale = "en_US") {
     using views::WidgetFamily;
     return rendered(
         view, medium ? mediumCard : smallCard,
         {.redaction = {.placeholder = locked},
-         .widgetFamily = medium ? WidgetFamily::systemMedium : WidgetFamily::systemSmall},
+         .widgetFamily = medium ? WidgetFamily::systemMedium : WidgetFamily::systemSmall,
+         .locale = {locale, "UTC"},
+         .now = shownAt},
         typesetter);
 }
 
@@ -63,37 +57,6 @@ inline std::string dumped(const std::string& heading, const views::View& view,
 
 inline views::TextElement textAt(const views::DisplayList& list, std::size_t index) {
     return std::get<views::TextElement>(list.elements.at(index).content);
-}
-
-/// The elements from `first` to before `last` lie between the sides, and all between the margins.
-inline void expectWithin(const views::DisplayList& list, double left, double right,
-                         std::size_t first = 0, std::size_t last = 99) {
-    for (std::size_t i = first; i < std::min(last, list.elements.size()); ++i) {
-        const views::Rect& frame = list.elements[i].frame;
-        EXPECT_TRUE(frame.minX() >= left && frame.maxX() <= right) << i << Dump{list}.text();
-        EXPECT_TRUE(frame.minY() >= 16 && frame.maxY() <= 148) << i << Dump{list}.text();
-    }
-}
-
-/// Calls with texts of one to 400 characters of several scripts.
-template <class Check>
-void withTextsOfAnyLength(const Check& check) {
-    for (const std::string character : {"i", "W", "é", "漢", "ع", "e\u0301", "👩\u200D💻", "w "}) {
-        std::string text;
-        for (int length = 1; length <= 400; ++length) {
-            text += character;
-            if (length <= 20 || length % 200 == 0) check(text);
-        }
-    }
-}
-
-/// A text in one line that, where it is cut, is as small as it may become.
-inline void expectShrunk(const views::TextElement& text, double least) {
-    EXPECT_EQ(text.lines.size(), 1) << text.text;
-    EXPECT_GE(text.shrink, least) << text.text;
-    if (text.lines.at(0).find("…") != std::string::npos) {
-        EXPECT_EQ(text.shrink, least) << text.text;
-    }
 }
 
 }  // namespace tessary
