@@ -113,7 +113,7 @@ def hides_while_locked(room, logind):
         room.until_said("CloudWatch metric\nHidden while locked")
         lock(False)
         room.until_said("orders-db CPU")
-    logind.lock(True, "38")  # another's, which all that follows would show
+    logind.lock(True, "38")  # another's, of which nothing is to be seen later
 
 
 def obeys_calls(room):
@@ -129,6 +129,7 @@ def obeys_calls(room):
     room.until_other(before, THIRD_MEDIUM, "another pin")
     expect("--reload", 0)
     assert json.loads(call("--list", "--json")[1]) == json.loads(room.state.read_text())
+    room.until_said("orders-db CPU")
 
 
 def listed(room, words):
