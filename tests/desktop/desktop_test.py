@@ -17,6 +17,7 @@ from services import Logind, spoken  # noqa: E402
 
 SKIPPED = 77
 SCREEN, PROGRAM, MAKE_SAMPLE = sys.argv[1:]
+WIDGETS = pathlib.Path(PROGRAM).with_name("tessary-widgets")
 FIRST, FIRST_NUMBER = (20, 20, 164, 164), (30, 80, 100, 50)
 SECOND = (20, 220, 344, 164)
 THIRD, THIRD_MEDIUM = (400, 20, 164, 164), (400, 20, 344, 164)
@@ -71,6 +72,16 @@ class Room:
 
     def look(self, *part):
         return self.screen.picture().part(*part)
+
+    def until_gallery(self, scale):
+        """It has a widget's number as that is drawn for so many pixels a point."""
+        self.screen.await_window("Add a Widget")
+        words = f"render alarms --family medium --preview --scale {scale} --container".split()
+        drawn = subprocess.check_output([WIDGETS, *words, self.container])
+        pixels = subprocess.check_output("convert - -depth 8 rgb:-".split(), input=drawn)
+        rows = (pixels[3 * 344 * scale * y :] for y in range(70 * scale, 85 * scale))
+        parts = [row[60 * scale : 240 * scale] for row in rows]
+        until(lambda: self.screen.picture().holds(parts), "a widget's own pixels")
 
     def until_card(self, *card):
         until(lambda: self.screen.picture().has_card(*card), f"a card at {card}")
@@ -147,7 +158,7 @@ def opens_windows(room):
     room.screen.keys(*"prod", "space", *"queue", "Return")
     listed(room, "3  alarm  medium  400,20  queue-age\n")
     expect("--gallery", 0)
-    room.screen.await_window("Add a Widget")
+    room.until_gallery(scale=1)
     room.screen.keys(*["Tab"] * 4, "Return")
     listed(room, "\n4  metric  medium  ")
     listed(room, "  orders-db CPU\n")
@@ -234,20 +245,14 @@ def starts_again(room, logind):
 
 
 def draws_sharply(room):
-    """On a fine screen the gallery has a changed widget's pixels as they are drawn for that."""
     room.screen.refine()
     expect("--add metric", 0, "1\n")
     room.start()
     until(lambda: not room.screen.picture().is_bare(), "a card")
     expect("--gallery", 0)
-    room.screen.await_window("Add a Widget")
+    room.until_gallery(scale=2)
     room.change_alarms("quiet")
-    words = "render alarms --request snapshot --preview --scale 2 -o alarms.png --container".split()
-    drawn, folder = pathlib.Path(PROGRAM).with_name("tessary-widgets"), room.container.parent
-    subprocess.check_call([drawn, *words, room.container], cwd=folder)
-    pixels = subprocess.check_output("convert alarms.png -depth 8 rgb:-".split(), cwd=folder)
-    rows = [pixels[3 * 328 * y :][120:840] for y in range(140, 170)]  # of the number
-    until(lambda: room.screen.picture().holds(rows), "a widget's own pixels")
+    room.until_gallery(scale=2)
     expect("--quit", 0)
     room.end()
 
