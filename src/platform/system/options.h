@@ -17,7 +17,6 @@
 // begin as an option does, with '-' and no number; `--name=-value` may be anything.
 #pragma once
 
-#include <charconv>
 #include <map>
 #include <optional>
 #include <span>
@@ -26,6 +25,7 @@
 #include <vector>
 
 #include "platform/foundation/named_cases.h"
+#include "platform/foundation/numbers.h"
 #include "platform/foundation/result.h"
 
 namespace tessary::system {
@@ -117,12 +117,9 @@ struct Reader {
 /// The number that all of a word is, if that is one and within the bounds.
 template <class Number, int least, int most>
 std::optional<Number> numberWithin(std::string_view word) {
-    Number number{};
-    const char* const end = word.data() + word.size();
-    const auto [stop, error] = std::from_chars(word.data(), end, number);
-    const bool inRange = number >= least && number <= most;  // false for no number, too
-    if (error != std::errc{} || stop != end || !inRange) return std::nullopt;
-    return number;
+    const auto number = foundation::parsed<Number>(word);
+    const bool inRange = number && *number >= least && *number <= most;  // false for no number, too
+    return inRange ? number : std::nullopt;
 }
 
 }  // namespace tessary::system

@@ -40,7 +40,7 @@ public:
     /// its parent was being looked at.
     void follow();
 
-    /// Why some changes may go unseen: "cannot watch /home/eve: Permission denied" where the last
+    /// Why some changes may go unseen: "cannot watch /home/ana: Permission denied" where the last
     /// folder that exists hides its names, or what the system lacks.
     const foundation::Result<void>& sight() const { return sight_; }
 
