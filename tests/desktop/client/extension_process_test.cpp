@@ -21,7 +21,7 @@ n=$(wc -l <"$0.starts")
 [ $n -le $# ] || n=$#
 shift $((n - 1))
 case $1 in
-    hang) exec cat >/dev/null ;;
+    hang) while read -r line; do :; done; exit ;;
     stay) echo $$ >"$0.pid"; exec sleep 30 2>/dev/null ;;
     deaf) exit 3 ;;
     dumb) exec >/dev/null ;;
@@ -133,6 +133,7 @@ TEST_F(Stand, IsRenewedAndPrepared) {
     extension.renew();
     EXPECT_FALSE(extension.running());
     ask(extension, 2);
+    EXPECT_TRUE(until([&] { return lines(".starts") == 1; }));  // it knows itself as the first
     testing::internal::CaptureStderr();
     extension.renew();
     EXPECT_TRUE(until([&] { return answers_.size() == 2; }));
