@@ -34,9 +34,7 @@ constexpr std::string_view document = R"({
 alarms::AlarmsSnapshot snapshot() {
     return foundation::decodeJSON<alarms::AlarmsSnapshot>(document).value();
 }
-views::View view() {
-    return alarms::AlarmsWidgetEntryView{{now, alarms::AlarmsDisplay{snapshot(), now}}};
-}
+views::View view() { return alarms::alarmsWidget({now, alarms::AlarmsDisplay{snapshot(), now}}); }
 drawing::PangoTypesetter& typesetter() {
     static drawing::PangoTypesetter shared{"en_US"};
     return shared;
@@ -44,6 +42,7 @@ drawing::PangoTypesetter& typesetter() {
 views::DisplayList list() {
     views::Environment environment;
     environment.widgetFamily = views::WidgetFamily::systemMedium;
+    environment.now = now;
     return views::layOut(view(), {{344, 164}, views::EdgeInsets::all(16), 22, 2}, environment,
                          typesetter());
 }
@@ -58,8 +57,7 @@ void derive(benchmark::State& state) {
 }
 void buildView(benchmark::State& state) {
     const alarms::AlarmsEntry entry{now, alarms::AlarmsDisplay{snapshot(), now}};
-    for (auto _ : state)
-        benchmark::DoNotOptimize(views::View{alarms::AlarmsWidgetEntryView{entry}});
+    for (auto _ : state) benchmark::DoNotOptimize(alarms::alarmsWidget(entry));
 }
 void layOut(benchmark::State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(list());

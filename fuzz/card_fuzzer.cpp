@@ -25,7 +25,6 @@
 #include "platform/drawing/text_painter.h"
 #include "platform/foundation/utf8.h"
 #include "platform/locale/text_equality.h"
-#include "platform/system/surroundings.h"
 #include "platform/views/layout.h"
 #include "shell/tessary_widgets.h"
 #include "snapshot/alarms_snapshot.h"
@@ -35,12 +34,12 @@ namespace tessary::fuzz {
 namespace {
 
 using foundation::Date;
-using intents::AppEntity;
 using views::DisplayList;
 using views::WidgetFamily;
 using widgets::Request;
 using widgets::WidgetConfiguration;
 using widgets::WidgetEntry;
+using widgets::WidgetTimeline;
 
 enum class Widget { alarms, metric, alarmPin };  ///< in the bundle's order
 constexpr std::array fileNames{"alarms", "metrics", "alarm-pins"};
@@ -79,8 +78,9 @@ struct Case {
     Widget widget{};
     Request request{};
     bool isPreview{};
-    std::optional<AppEntity> choice{};
+    std::optional<std::string> choice{};
     Date now{};
+    locale::UserLocale locale{};
     std::string_view bytes{};
     std::uint8_t look{};  ///< chooses the entry and the scale
 };
@@ -162,7 +162,7 @@ Expected expectedPin(const Case& asked) {
     if (nothingThere) return {"notPinned", {}};
     if (!asked.choice) return {"choose", {}};
     for (const auto& pin : file->pins)
-        if (locale::canonicallyEqual(pin.id, asked.choice->id)) return {"pinned", linked(pin)};
+        if (locale::canonicallyEqual(pin.id, *asked.choice)) return {"pinned", linked(pin)};
     return {"removed", {}};
 }
 
@@ -223,7 +223,7 @@ namespace tessary::fuzz {
 namespace {
 
 /// Each entry shows what it should; what has become stale stays so.
-void checkStates(const widgets::Timeline<WidgetEntry>& timeline, const Expected& wanted) {
+void checkStates(const WidgetTimeline& timeline, const Expected& wanted) {
     bool wasStale = false;
     for (const WidgetEntry& entry : timeline.entries) {
         foundation::JSONWriter json;
@@ -238,7 +238,7 @@ void checkStates(const widgets::Timeline<WidgetEntry>& timeline, const Expected&
     }
 }
 
-void checkDates(const widgets::Timeline<WidgetEntry>& timeline, const Case& asked) {
+void checkDates(const WidgetTimeline& timeline, const Case& asked) {
     const bool isTimeline = asked.request == Request::timeline;
     require(timeline.entries.size() == (isTimeline ? 5U : 1U),
             "there are as many entries as asked");
@@ -280,10 +280,13 @@ void checkJSON(const DisplayList& list, const WidgetEntry& entry, WidgetFamily f
             "and nothing is lost", json);
 }
 
-DisplayList cardOf(const WidgetEntry& entry, WidgetFamily family, double scale, bool redacted) {
+DisplayList cardOf(const WidgetEntry& entry, const Case& asked, WidgetFamily family, double scale,
+                   bool redacted = false) {
     views::Environment environment;
     environment.widgetFamily = family;
     environment.redaction.placeholder = redacted;
+    environment.locale = asked.locale;
+    environment.now = entry.date;
     const views::Size size{family == WidgetFamily::systemMedium ? 344.0 : 164.0, 164};
     return views::layOut(entry.view(), {size, views::EdgeInsets::all(16), 22, scale}, environment,
                          typesetter());
@@ -306,32 +309,31 @@ bool isPainted(const Case& asked) {
 void checkCard(const WidgetEntry& entry, const Case& asked, const Expected& wanted,
                WidgetFamily family) {
     const double scale = scales[asked.look % scales.size()];
-    const DisplayList list = cardOf(entry, family, scale, false);
+    const DisplayList list = cardOf(entry, asked, family, scale);
     checkDisplayList(list);
     const bool isRepeated = asked.look % 2 == 0;
-    require(!isRepeated || list == cardOf(entry, family, scale, false),
+    require(!isRepeated || list == cardOf(entry, asked, family, scale),
             "a view is laid out the same each time");
     checkLink(list.url, asked, wanted);
     checkJSON(list, entry, family);
-    const DisplayList locked = cardOf(entry, family, scale, true);
+    const DisplayList locked = cardOf(entry, asked, family, scale, true);
     checkDisplayList(locked);
     checkLocked(locked, asked.widget, family);
-    if (isPainted(asked)) checkPictures(cardOf(entry, family, 1, false));
+    if (isPainted(asked)) checkPictures(cardOf(entry, asked, family, 1));
 }
 
 /// None, one that no file has, or one of those that the widget offers.
-std::optional<AppEntity> chosen(const WidgetConfiguration& widget, std::uint8_t which) {
+std::optional<std::string> chosen(const WidgetConfiguration& widget, std::uint8_t which) {
     if (!widget.intent || which == 0) return std::nullopt;
     const auto offered = widget.intent->suggestedEntities();
-    if (which == 1 || offered.empty()) return AppEntity{"no such pin", "", ""};
-    return offered[which % offered.size()];
+    if (which == 1 || offered.empty()) return "no such pin";
+    return offered[which % offered.size()].id;
 }
 
 }  // namespace
 
 void fuzz(std::string_view bytes) {
     static const Container container;
-    static const std::vector<WidgetConfiguration> bundle = shell::TessaryWidgets{}.body();
     renewTypesetterSometimes();
     Choices choices{bytes};
     Case asked;
@@ -343,17 +345,16 @@ void fuzz(std::string_view bytes) {
     const std::uint8_t pin = choices.byte();
     asked.now = {choices.oneOf(clocks)};
     const auto& [identifier, zone] = choices.oneOf(locales);
+    asked.locale = {identifier, zone};
     asked.look = choices.byte();
     asked.bytes = choices.rest();
 
     container.put(asked.widget, asked.bytes);
-    const system::ScopedSurroundings fixed{
-        {.clock = [&] { return asked.now; },
-         .information = [](std::string_view) { return "com.tessary.desktop"; },
-         .container = [](std::string_view) { return container.root(); },
-         .locale = {identifier, zone}}};
-    asked.choice = chosen(bundle[which], pin);
-    const auto timeline = bundle[which].answer(asked.request, {{}, asked.isPreview}, asked.choice);
+    const snapshot::Source source{.places = {.container = container.root()},
+                                  .clock = [&] { return asked.now; }};
+    const WidgetConfiguration widget = shell::TessaryWidgets{source}.body().at(which);
+    asked.choice = chosen(widget, pin);
+    const auto timeline = widget.answer(asked.request, {{}, asked.isPreview, asked.choice});
     const Expected wanted = expected(asked);
     checkDates(timeline, asked);
     checkStates(timeline, wanted);

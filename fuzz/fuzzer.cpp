@@ -3,8 +3,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/foundation/utf8.h"
-
 namespace tessary::fuzz {
 
 void require(bool holds, std::string_view rule, std::string_view shown) {
@@ -13,13 +11,6 @@ void require(bool holds, std::string_view rule, std::string_view shown) {
     if (!shown.empty())
         std::fprintf(stderr, "shown by: %.*s\n", static_cast<int>(shown.size()), shown.data());
     std::abort();
-}
-
-bool isOneLine(std::string_view text) {
-    const auto isControl = [](char character) {
-        return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
-    };
-    return foundation::isUTF8(text) && std::none_of(text.begin(), text.end(), isControl);
 }
 
 }  // namespace tessary::fuzz

@@ -10,6 +10,8 @@
 #include <cstring>
 #include <string_view>
 
+#include "platform/foundation/utf8.h"
+
 namespace tessary::fuzz {
 
 /// What a fuzzer does with one input; each defines its own.
@@ -51,6 +53,11 @@ private:
 };
 
 /// Whether a text is well-formed UTF-8 without control characters, so that it stays on its line.
-bool isOneLine(std::string_view text);
+inline bool isOneLine(std::string_view text) {
+    const auto isControl = [](char character) {
+        return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
+    };
+    return foundation::isUTF8(text) && std::none_of(text.begin(), text.end(), isControl);
+}
 
 }  // namespace tessary::fuzz

@@ -9,12 +9,12 @@
 
 #include "fuzzer.h"
 #include "platform/foundation/utf8.h"
-#include "platform/system/surroundings.h"
 #include "presentation/value_formatting.h"
 
 namespace tessary::fuzz {
 namespace {
 
+using locale::UserLocale;
 using presentation::formatValue;
 
 constexpr std::array locales{"en_US", "de_DE", "fr_FR", "ar_EG",      "hi_IN@numbers=deva",
@@ -64,8 +64,8 @@ double valueOf(const std::string& text) {
 
 void checkOrder(double low, double high, const std::optional<std::string>& unit) {
     if (!(low <= high)) return std::isnan(low + high) ? void() : checkOrder(high, low, unit);
-    const std::string lowText = formatValue(low, unit);
-    const std::string highText = formatValue(high, unit);
+    const std::string lowText = formatValue(low, unit, {});
+    const std::string highText = formatValue(high, unit, {});
     require(valueOf(lowText) <= valueOf(highText), "a greater number does not say less",
             lowText + " < " + highText);
 }
@@ -79,15 +79,16 @@ double largestError(double size) {
     return (step == steps.end() ? 1e8 : step->second) / 2 * 1.001 + size * 1e-12;
 }
 
-void checkNumber(double value) {
-    const std::string text = formatValue(value, {});
+void checkNumber(double value, const UserLocale& locale) {
+    const std::string text = formatValue(value, {}, locale);
     require(!text.empty() && text.size() <= longestNumber, "a number is of bounded length", text);
     require(isOneLine(text), "a number is one line", text);
     for (const auto& [name, suffix] : plainUnits)
-        require(formatValue(value, name) == text + suffix, "a unit only adds its suffix", text);
+        require(formatValue(value, name, locale) == text + suffix, "a unit only adds its suffix",
+                text);
     if (std::isnan(value)) return require(text == "nan", "no number says so", text);
 
-    const std::string positive = formatValue(std::abs(value), {});
+    const std::string positive = formatValue(std::abs(value), {}, locale);
     require(positive[0] != '-', "a positive number has no sign", positive);
     require(text == (std::signbit(value) ? "-" + positive : positive), "the sign stands in front",
             text);
@@ -99,22 +100,22 @@ void checkNumber(double value) {
 /// Whether it is less than 64 bits of bytes even as gigabytes.
 bool fitsEveryUnit(double value) { return std::abs(value) < 0x1p63 / 1e9; }
 
-void checkSize(double value, const char* unit) {
-    const std::string text = formatValue(value, unit);
+void checkSize(double value, const char* unit, const UserLocale& locale) {
+    const std::string text = formatValue(value, unit, locale);
     require(isOneLine(text) && !text.empty(), "a size is one line", text);
     const bool isSize = !text.ends_with(std::string{" "} + unit);
     if (!isSize)
-        require(text == formatValue(value, {}) + " " + unit, "else it is a number", text);
+        require(text == formatValue(value, {}, locale) + " " + unit, "else it is a number", text);
     else
         require(text.size() <= longestSize, "a size is of bounded length", text);
     require(isSize || !fitsEveryUnit(value), "a size of 64 bits is the locale's", text);
 }
 
-void checkUnknown(double value, const std::string& unit) {
+void checkUnknown(double value, const std::string& unit, const UserLocale& locale) {
     const bool known = std::ranges::find(plainUnits, unit, &Unit::name) != plainUnits.end() ||
                        std::ranges::find(sizeUnits, std::string_view{unit}) != sizeUnits.end();
     if (known) return;
-    require(formatValue(value, unit) == formatValue(value, {}) + " " + unit,
+    require(formatValue(value, unit, locale) == formatValue(value, {}, locale) + " " + unit,
             "an unknown unit follows as it is", unit);
 }
 
@@ -122,16 +123,13 @@ void checkUnknown(double value, const std::string& unit) {
 
 void fuzz(std::string_view bytes) {
     Choices choices{bytes};
-    const char* const locale = choices.oneOf(locales);
+    const UserLocale locale{choices.oneOf(locales)};
     const double first = choices.number();
     const double second = choices.number();
-    const system::ScopedSurroundings fixed{{.locale = {locale, "UTC"}}};
-    checkNumber(first);
+    checkNumber(first, locale);
     checkOrder(first, second, {});
-    for (const char* const unit : sizeUnits) checkSize(first, unit);
-    checkUnknown(first, std::string{choices.rest()});
-
-    const system::ScopedSurroundings english{{.locale = {"en_US", "UTC"}}};
+    for (const char* const unit : sizeUnits) checkSize(first, unit, locale);
+    checkUnknown(first, std::string{choices.rest()}, locale);
     for (const char* const unit : {"Bytes", "Kilobytes", "Megabytes", "Gigabytes"})
         if (fitsEveryUnit(first) && fitsEveryUnit(second)) checkOrder(first, second, unit);
 }

@@ -1,81 +1,26 @@
 #include "alarm_pin/alarm_pin_widget_view.h"
 
-#include "pins/pin_presentation.h"
-#include "platform/foundation/percent_encoding.h"
+#include "alarm_pin/alarm_pin.h"
+#include "pins/pin_widget.h"
 #include "platform/locale/localized.h"
 #include "presentation/relative.h"
+#include "presentation/spacing.h"
 #include "presentation/sparkline.h"
 #include "presentation/value_formatting.h"
 
 namespace tessary::alarm_pin {
 
 using namespace views;
-using foundation::percentEncoded;
 using locale::localized;
 using presentation::formatValue;
 using presentation::Palette;
+using presentation::Spacing;
+using Pin = AlarmPinsSnapshot::Pin;
 
 namespace {
 
-pins::PinTexts texts() {
-    return {
-        .heading = localized("CloudWatch alarm"),
-        .howToPin = localized("In Tessary, open an alarm and use Add to widget."),
-        .chooseTitle = localized("Choose an alarm"),
-        .howToChoose = localized("Edit the widget to pick one of your pinned alarms."),
-        .removed =
-            localized("This alarm was removed in Tessary. Edit the widget to choose another."),
-    };
-}
-
-View smallLayout(const Pinned& state, Date now) {
-    return VStack(
-        Alignment::leading, 4,
-        {AlarmName{state.pin}, StateBadge{state}, AlarmChart{state}, AlarmFooter{state, now}});
-}
-
-View mediumLayout(const Pinned& state, Date now) {
-    const std::string& reason = state.pin.reason;
-    const View facts =
-        VStack(Alignment::leading, 4,
-               {AlarmName{state.pin}, StateBadge{state}, Spacer(2), AlarmFooter{state, now}})
-            .frame(FixedFrame{.width = 128, .alignment = Alignment::leading});
-    const View history = VStack(Alignment::leading, 6,
-                                {
-                                    AlarmChart{state},
-                                    when(!reason.empty(),
-                                         [&] {
-                                             return Text(reason)
-                                                 .font(Font::system(10))
-                                                 .foreground(Palette::tertiary)
-                                                 .lineLimit(2)
-                                                 .fixedSize(false, true);
-                                         }),
-                                });
-    return HStack(Alignment::top, 14, {facts, history});
-}
-
-}  // namespace
-
-View AlarmPinWidgetEntryView::body() const {
-    return pins::pinWidget<AlarmPinWidgetView>(entry, texts().heading, link());
-}
-
-std::optional<std::string> AlarmPinWidgetEntryView::link() const {
-    const Pinned* state = entry.display.pinned();
-    if (state == nullptr) return "tessary://alarms";
-    const AlarmPinsSnapshot::Pin& pin = state->pin;
-    return "tessary://alarms/" + percentEncoded(pin.alarmName) +
-           "?profile=" + percentEncoded(pin.profile) + "&region=" + percentEncoded(pin.region);
-}
-
-View AlarmPinWidgetView::body() const {
-    return pins::pinContent(display, texts(), [&](const Pinned& state) {
-        return medium ? mediumLayout(state, now) : smallLayout(state, now);
-    });
-}
-
-View AlarmName::body() const {
+/// The alarm's label, in two lines at most.
+View name(const Pin& pin) {
     return Text(pin.label)
         .font(Font::system(12, Weight::semibold))
         .foreground(Palette::primary)
@@ -83,12 +28,59 @@ View AlarmName::body() const {
         .truncation(Truncation::middle);
 }
 
+/// The metric's recent samples against the threshold; empty room where there is no metric.
+View chart(const Pinned& state) {
+    const Pin& pin = state.pin;
+    if (pin.points.empty() && !pin.metricName) return Spacer(0);
+    const Color current = pin.state == "ALARM" ? Palette::danger : Palette::accent;
+    return presentation::Sparkline{pin.points, pin.threshold,
+                                   state.muted() ? Palette::tertiary : current};
+}
+
+/// The latest value, or what is the matter.
+View footer(const Pinned& state) {
+    if (state.muted()) return pins::pinProblem(state);
+    const Pin& pin = state.pin;
+    const auto since = pin.stateUpdatedMs
+                           ? std::optional{Date::fromMilliseconds(*pin.stateUpdatedMs)}
+                           : std::nullopt;
+    return LatestSample{pin.latest, pin.threshold, pin.unit, since, AlarmPin::detail(pin)};
+}
+
+View reason(const Pin& pin) {
+    return when(!pin.reason.empty(), [&] {
+        return Text(pin.reason)
+            .font(Font::system(10))
+            .foreground(Palette::tertiary)
+            .lineLimit(2)
+            .fixedSize(false, true);
+    });
+}
+
+}  // namespace
+
+View AlarmPin::layout(const Pinned& state, bool medium) {
+    const StateBadge badge{state.pin.state, state.muted()};
+    if (!medium)
+        return VStack(Alignment::leading, Spacing::rows,
+                      {name(state.pin), badge, chart(state), footer(state)});
+
+    const View facts = VStack(Alignment::leading, Spacing::rows,
+                              {name(state.pin), badge, Spacer(2), footer(state)});
+    return HStack(
+        Alignment::top, Spacing::columns,
+        {
+            facts.frame(FixedFrame{.width = Spacing::pinColumn, .alignment = Alignment::leading}),
+            VStack(Alignment::leading, Spacing::caption, {chart(state), reason(state.pin)}),
+        });
+}
+
 View StateBadge::body() const {
-    const Color color = state.muted() ? Palette::tertiary : stateColor(state.pin.state);
+    const Color color = muted ? Palette::tertiary : stateColor(state);
     return HStack(Alignment::center, 5,
                   {
                       Circle(color).frame(FixedFrame{.width = 7, .height = 7}),
-                      Text(stateText(state.pin.state))
+                      Text(stateText(state))
                           .font(Font::system(15, Weight::semibold, FontDesign::rounded))
                           .foreground(color)
                           .accentable()
@@ -97,35 +89,23 @@ View StateBadge::body() const {
                   });
 }
 
-View AlarmChart::body() const {
-    const AlarmPinsSnapshot::Pin& pin = state.pin;
-    if (pin.points.empty() && !pin.metricName) return Spacer(0);
-    const Color current = pin.state == "ALARM" ? Palette::danger : Palette::accent;
-    return presentation::Sparkline{pin.points, pin.threshold,
-                                   state.muted() ? Palette::tertiary : current};
-}
-
-View AlarmFooter::body() const {
-    if (state.muted()) return pins::pinProblem(state, now);
-    return Text(detail())
+View LatestSample::body(const Environment& environment) const {
+    return Text(text(environment))
         .font(Font::system(11))
         .foreground(Palette::tertiary)
         .lineLimit(1)
         .minimumScale(0.85);
 }
 
-std::string AlarmFooter::detail() const {
-    const AlarmPinsSnapshot::Pin& pin = state.pin;
-    if (pin.latest) {
-        const std::string limit =
-            pin.threshold ? " / " + formatValue(*pin.threshold, pin.unit) : "";
-        return formatValue(pin.latest->v, pin.unit) + limit + " · " + pins::timeOfDay(*pin.latest);
+std::string LatestSample::text(const Environment& environment) const {
+    const locale::UserLocale& locale = environment.locale;
+    if (latest) {
+        const std::string limit = threshold ? " / " + formatValue(*threshold, unit, locale) : "";
+        return formatValue(latest->v, unit, locale) + limit + " · " +
+               pins::timeOfDay(*latest, locale);
     }
-    if (pin.stateUpdatedMs) {
-        const Date since = Date::fromMilliseconds(*pin.stateUpdatedMs);
-        return localized("Since ") + presentation::relative(since, now);
-    }
-    return pin.profile + " · " + pin.region;
+    if (since) return localized("Since ") + presentation::relative(*since, environment.now, locale);
+    return place;
 }
 
 }  // namespace tessary::alarm_pin

@@ -1,6 +1,6 @@
 // What the alarms widget has to show at one moment.
 //
-//     const AlarmsDisplay display{SnapshotStore::loadAlarms(), now};
+//     const AlarmsDisplay display{load<AlarmsSnapshot>(source), now};
 //     display.watching()->stale          // true when the file is too old at `now`
 #pragma once
 

@@ -1,11 +1,10 @@
 // Answers a host's requests for the alarms widget.
 #pragma once
 
-#include <functional>
-
 #include "alarms/alarms_display.h"
 #include "platform/widgets/provider_context.h"
 #include "platform/widgets/timeline.h"
+#include "snapshot/source.h"
 
 namespace tessary::alarms {
 
@@ -16,27 +15,26 @@ struct AlarmsEntry {
 };
 
 /// Keeps nothing between requests: each reads the file and the clock afresh, on the caller's
-/// thread, and calls its completion once before it returns. No request fails.
+/// thread. No request fails.
 struct AlarmsProvider {
+    using Entry = AlarmsEntry;
     using Context = widgets::ProviderContext;
+
+    snapshot::Source source{};
 
     /// The sample, now; reads no file.
     AlarmsEntry placeholder(const Context& context) const;
 
     /// The file's state now; the sample instead for a preview without a file.
-    void getSnapshot(const Context& context,
-                     const std::function<void(AlarmsEntry)>& completion) const;
+    AlarmsEntry snapshot(const Context& context) const;
 
     /// Five entries, a minute apart, of one reading of the file, each judged at its own date; to be
     /// asked again a minute after the last.
-    void getTimeline(const Context& context,
-                     const std::function<void(widgets::Timeline<AlarmsEntry>)>& completion) const;
-};
+    widgets::Timeline<AlarmsEntry> timeline(const Context& context) const;
 
-/// The sample, built on first use and then the same for the life of the process.
-struct AlarmsPreviewData {
-    static Date now();
-    static const AlarmsDisplay& firing();
+    /// For placeholders, and for previews without a file: built on first use, of that moment, and
+    /// then the same for the life of the process.
+    const AlarmsDisplay& sample() const;
 };
 
 }  // namespace tessary::alarms

@@ -1,141 +1,152 @@
 #include "alarms/alarms_widget_view.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "platform/locale/localized.h"
-#include "platform/system/surroundings.h"
 #include "presentation/locked_placeholder.h"
+#include "presentation/message.h"
 #include "presentation/palette.h"
 #include "presentation/relative.h"
+#include "presentation/spacing.h"
+#include "presentation/tight_label.h"
 
 namespace tessary::alarms {
 
 using namespace views;
 using locale::localized;
-using presentation::LockedPlaceholder;
 using presentation::Palette;
-using presentation::relative;
+using presentation::Spacing;
 
 namespace {
 
 constexpr std::size_t listedAlarms = 3;
 
-View title() {
-    return Text(localized("Alarms firing"))
-        .font(Font::system(11, Weight::medium))
-        .foreground(Palette::secondary);
+std::string title() { return localized("Alarms firing"); }
+
+View message(const std::string& detail) {
+    return presentation::Message{title(), "bell.slash", localized("Not watching"), detail, 22};
 }
+
+AlarmList firstOf(const AlarmsDisplay::Watching& state) {
+    AlarmList list{state.firing};
+    const std::size_t shown = std::min(state.alarms.size(), listedAlarms);
+    for (std::size_t i = 0; i < shown; ++i) {
+        const Alarm& alarm = state.alarms[i];
+        list.rows.push_back({alarm.name, alarm.profile + " · " + alarm.region, state.stale});
+    }
+    return list;
+}
+
+/// What each case looks like.
+struct Content {
+    bool medium{};
+
+    View operator()(const AlarmsDisplay::Unavailable&) const {
+        return message(localized("Open Tessary and turn on alarm notifications."));
+    }
+    View operator()(const AlarmsDisplay::NotWatching&) const {
+        return message(localized("Alarm notifications are off in Tessary."));
+    }
+    View operator()(const AlarmsDisplay::Watching& state) const {
+        const View summary =
+            Summary{state.firing, {state.watched, state.paused, state.updated, state.stale}};
+        if (!medium) return summary;
+        return HStack(Alignment::top, Spacing::columns,
+                      {
+                          summary.frame(FixedFrame{.width = 118, .alignment = Alignment::leading}),
+                          Rectangle(Palette::divider).frame(FixedFrame{.width = 1}),
+                          firstOf(state),
+                      });
+    }
+};
 
 }  // namespace
 
-View AlarmsWidgetEntryView::body() const {
-    const View content =
-        EnvironmentReader(entry, [](const AlarmsEntry& shown, const Environment& environment) {
-            const bool medium = environment.widgetFamily == WidgetFamily::systemMedium;
-            return View{AlarmsWidgetView{shown.display, shown.date, medium}};
-        });
-    return content.modifier(LockedPlaceholder{localized("Alarms firing")})
+View alarmsWidget(AlarmsEntry entry) {
+    return View{AlarmsWidgetView{std::move(entry.display)}}
+        .modifier(presentation::LockedPlaceholder{title()})
         .containerBackground(Palette::background)
         .widgetURL("tessary://alarms");
 }
 
-View AlarmsWidgetView::body() const {
-    struct Content {
-        Date now{};
-        bool medium{};
-
-        View operator()(const AlarmsDisplay::Unavailable&) const {
-            return Message{"bell.slash", localized("Not watching"),
-                           localized("Open Tessary and turn on alarm notifications.")};
-        }
-        View operator()(const AlarmsDisplay::NotWatching&) const {
-            return Message{"bell.slash", localized("Not watching"),
-                           localized("Alarm notifications are off in Tessary.")};
-        }
-        View operator()(const AlarmsDisplay::Watching& state) const {
-            if (!medium) return Summary{state, now};
-            return HStack(Alignment::top, 14,
-                          {
-                              View{Summary{state, now}}.frame(
-                                  FixedFrame{.width = 118, .alignment = Alignment::leading}),
-                              Rectangle(Palette::divider).frame(FixedFrame{.width = 1}),
-                              AlarmList{state},
-                          });
-        }
-    };
-    return std::visit(Content{now, medium}, display.value())
+View AlarmsWidgetView::body(const Environment& environment) const {
+    const bool medium = environment.widgetFamily == WidgetFamily::systemMedium;
+    return std::visit(Content{medium}, display.value())
         .frame(FlexibleFrame::unbounded(Alignment::topLeading))
         .colorScheme(ColorScheme::dark);
 }
 
-View Summary::body() const {
+View Summary::body(const Environment& environment) const {
     return VStack(Alignment::leading, 0,
                   {
-                      title(),
-                      Spacer(4),
+                      presentation::heading(title()),
+                      Spacer(Spacing::number),
                       HStack(Alignment::center, 6,
                              {
-                                 when(state.firing == 0, [&] { return checkmark(); }),
-                                 count(),
+                                 when(firing == 0, [&] { return checkmark(); }),
+                                 count(environment.locale),
                              }),
-                      Spacer(4),
-                      Footer{state, now},
+                      Spacer(Spacing::number),
+                      footer,
                   });
 }
 
 View Summary::checkmark() const {
     return Image("checkmark.circle.fill")
         .font(Font::system(26, Weight::semibold))
-        .foreground(state.stale ? Palette::tertiary : Palette::success)
+        .foreground(footer.stale ? Palette::tertiary : Palette::success)
         .accentable();
 }
 
-View Summary::count() const {
-    const Color current = state.firing >= 1 ? Palette::danger : Palette::primary;
-    return Text(system::surroundings().locale.integer(state.firing))
+View Summary::count(const locale::UserLocale& locale) const {
+    const Color current = firing >= 1 ? Palette::danger : Palette::primary;
+    return Text(locale.integer(firing))
         .font(Font::system(44, Weight::semibold, FontDesign::rounded))
         .monospacedDigits()
-        .foreground(state.stale ? Palette::tertiary : current)
+        .foreground(footer.stale ? Palette::tertiary : current)
         .accentable()
         .minimumScale(0.5)
         .lineLimit(1);
 }
 
-View Footer::body() const {
+View Footer::body(const Environment& environment) const {
     return VStack(Alignment::leading, 2,
                   {
-                      when(state.paused >= 1,
+                      when(paused >= 1,
                            [&] {
                                return Label(localized("Paused · sign in"), "pause.circle.fill")
                                    .foreground(Palette::warning)
                                    .weight(Weight::semibold);
                            }),
-                      freshness(),
+                      freshness(environment),
                   })
         .font(Font::system(11))
         .lineLimit(1)
-        .labelStyle(CompactLabel{});
+        .labelStyle(presentation::TightLabel{});
 }
 
-View Footer::freshness() const {
-    const std::string age = relative(state.updated, now);
-    if (state.stale) {
+View Footer::freshness(const Environment& environment) const {
+    const std::string age = presentation::relative(updated, environment.now, environment.locale);
+    if (stale) {
         return Group({
             Text(localized("Last updated")).foreground(Palette::warning),
             Text(age).foreground(Palette::tertiary),
         });
     }
-    return Text(std::to_string(state.watched) + localized(" watched · ") + age)
+    return Text(std::to_string(watched) + localized(" watched · ") + age)
         .foreground(Palette::tertiary);
 }
 
 View AlarmList::body() const {
-    return VStack(Alignment::leading, 7, {state.alarms.empty() ? unlisted() : rows()})
+    return VStack(Alignment::leading, 7, {rows.empty() ? unlisted() : listed()})
         .frame(FlexibleFrame::unboundedWidth(Alignment::leading));
 }
 
 /// In the middle of the height: counted but not listed, or nothing at all.
 View AlarmList::unlisted() const {
-    const std::string text = state.firing != 0 ? std::to_string(state.firing) + localized(" firing")
-                                               : localized("No watched alarms are in ALARM.");
+    const std::string text = firing != 0 ? std::to_string(firing) + localized(" firing")
+                                         : localized("No watched alarms are in ALARM.");
     return Group({
         Spacer(0),
         Text(text).font(Font::system(12)).foreground(Palette::secondary),
@@ -143,51 +154,27 @@ View AlarmList::unlisted() const {
     });
 }
 
-View AlarmList::rows() const {
-    std::vector<View> lines;
-    for (std::size_t i = 0; i < state.alarms.size() && i < listedAlarms; ++i)
-        lines.push_back(row(state.alarms[i]));
-    const auto listed = static_cast<std::int64_t>(listedAlarms);
-    lines.push_back(when(state.firing > listed, [&] {
-        return Text("+" + std::to_string(state.firing - listed) + localized(" more"))
+View AlarmList::listed() const {
+    std::vector<View> lines{rows.begin(), rows.end()};
+    const auto most = static_cast<std::int64_t>(listedAlarms);
+    lines.push_back(when(firing > most, [&] {
+        return Text("+" + std::to_string(firing - most) + localized(" more"))
             .font(Font::system(11))
             .foreground(Palette::tertiary);
     }));
     return Group(std::move(lines));
 }
 
-View AlarmList::row(const Alarm& alarm) const {
+View AlarmRow::body() const {
     return VStack(Alignment::leading, 1,
                   {
-                      Text(alarm.name)
+                      Text(name)
                           .font(Font::system(12, Weight::semibold))
-                          .foreground(state.stale ? Palette::secondary : Palette::primary),
-                      Text(alarm.profile + " · " + alarm.region)
-                          .font(Font::system(11))
-                          .foreground(Palette::tertiary),
+                          .foreground(stale ? Palette::secondary : Palette::primary),
+                      Text(place).font(Font::system(11)).foreground(Palette::tertiary),
                   })
         .lineLimit(1)
         .truncation(Truncation::middle);
-}
-
-View Message::body() const {
-    return VStack(
-        Alignment::leading, 6,
-        {
-            alarms::title(),
-            Spacer(0),
-            Image(symbol).font(Font::system(22, Weight::medium)).foreground(Palette::tertiary),
-            Text(title).font(Font::system(15, Weight::semibold)).foreground(Palette::primary),
-            Text(detail)
-                .font(Font::system(11))
-                .foreground(Palette::tertiary)
-                .lineLimit(3)
-                .fixedSize(false, true),
-        });
-}
-
-View CompactLabel::body(const View& icon, const View& label) const {
-    return HStack(Alignment::center, 3, {icon, label});
 }
 
 }  // namespace tessary::alarms

@@ -1,81 +1,77 @@
 // What the alarms widget looks like, in both sizes and every state.
 //
-// Pure functions of an entry and a family: no file is read here, and no clock.
+// Pure functions of a display state and what is inherited: no file is read here, and no clock.
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "alarms/alarms_provider.h"
 #include "platform/views/view.h"
 
 namespace tessary::alarms {
 
+using views::Environment;
 using views::View;
 
 /// The widget: its content, guarded while locked, on the background, with its link.
-struct AlarmsWidgetEntryView {
-    AlarmsEntry entry;
+View alarmsWidget(AlarmsEntry entry);
 
-    View body() const;
-    bool operator==(const AlarmsWidgetEntryView&) const = default;
-};
-
-/// The content for a display state and a size.
+/// The content for a display state, in either size.
 struct AlarmsWidgetView {
     AlarmsDisplay display;
-    Date now{};
-    bool medium{};
 
-    View body() const;
-};
-
-/// The title, the count and the footer.
-struct Summary {
-    AlarmsDisplay::Watching state{};
-    Date now{};
-
-    View body() const;
-
-private:
-    View count() const;
-    View checkmark() const;
+    View body(const Environment& environment) const;
+    bool operator==(const AlarmsWidgetView&) const = default;
 };
 
 /// A notice about paused targets, and how current the data is.
 struct Footer {
-    AlarmsDisplay::Watching state{};
-    Date now{};
+    std::int64_t watched{};
+    std::int64_t paused{};
+    Date updated{};
+    bool stale{};
 
-    View body() const;
+    View body(const Environment& environment) const;
+    bool operator==(const Footer&) const = default;
 
 private:
-    View freshness() const;
+    View freshness(const Environment& environment) const;
 };
 
-/// The first alarms by name, and how many more there are.
+/// The title, the count and the footer.
+struct Summary {
+    std::int64_t firing{};
+    Footer footer{};
+
+    View body(const Environment& environment) const;
+    bool operator==(const Summary&) const = default;
+
+private:
+    View count(const locale::UserLocale& locale) const;
+    View checkmark() const;
+};
+
+/// One alarm by name, and where it is.
+struct AlarmRow {
+    std::string name{};
+    std::string place{};
+    bool stale{};
+
+    View body() const;
+};
+
+/// The first alarms, and how many more there are.
 struct AlarmList {
-    AlarmsDisplay::Watching state{};
+    std::int64_t firing{};
+    std::vector<AlarmRow> rows{};
 
     View body() const;
 
 private:
     View unlisted() const;
-    View rows() const;
-    View row(const Alarm& alarm) const;
-};
-
-/// A message that takes the whole widget.
-struct Message {
-    std::string symbol{};
-    std::string title{};
-    std::string detail{};
-
-    View body() const;
-};
-
-/// Icon, 3 points, title, centred on each other.
-struct CompactLabel {
-    View body(const View& icon, const View& title) const;
+    View listed() const;
 };
 
 }  // namespace tessary::alarms

@@ -13,7 +13,6 @@
 #include "pins/pin_display.h"
 #include "platform/foundation/visible_text.h"
 #include "platform/locale/text_equality.h"
-#include "platform/system/surroundings.h"
 #include "snapshot/freshness.h"
 
 namespace tessary::command {
@@ -28,8 +27,6 @@ using snapshot::MetricPinsSnapshot;
 using snapshot::Reading;
 
 namespace {
-
-constexpr const char* alarmsName = "alarms";
 
 std::int64_t countOf(std::size_t size) { return static_cast<std::int64_t>(size); }
 
@@ -140,9 +137,9 @@ void noteHeader(FileFinding& finding, std::int64_t updatedMs, Date now) {
 
 /// What is the same for all kinds of files.
 template <class Snapshot>
-FileFinding walked(const Reading<Snapshot>& reading, const std::string& name, std::string widget,
-                   Date now) {
-    FileFinding finding{.name = name + ".json", .widget = std::move(widget)};
+FileFinding walked(const Reading<Snapshot>& reading, std::string widget, Date now) {
+    FileFinding finding{.name = std::string{Snapshot::fileName} + ".json",
+                        .widget = std::move(widget)};
     std::tie(finding.step, finding.problem) = outcome(reading);
     if (!reading.location.container) return finding;
     finding.path = reading.location.file.string();
@@ -203,9 +200,9 @@ Shown shownOf(const std::optional<AlarmsSnapshot>& snapshot, Date now) {
     return shown;
 }
 
-FileFinding inspectAlarms(Date now) {
-    const auto reading = snapshot::readSnapshot<AlarmsSnapshot>(alarmsName);
-    FileFinding finding = walked(reading, alarmsName, "alarms", now);
+FileFinding inspectAlarms(const snapshot::Source& source, Date now) {
+    const auto reading = snapshot::readSnapshot<AlarmsSnapshot>(source);
+    FileFinding finding = walked(reading, "alarms", now);
     finding.shows = shownOf(usable(reading), now);
     const AlarmsSnapshot* snapshot = reading.snapshot();
     if (!snapshot) return finding;
@@ -250,9 +247,9 @@ Shown shownOf(const std::optional<Snapshot>& snapshot, const std::vector<std::st
 }
 
 template <class Snapshot>
-FileFinding inspectPins(const std::string& widget, Date now) {
-    const auto reading = snapshot::readSnapshot<Snapshot>(Snapshot::fileName);
-    FileFinding finding = walked(reading, Snapshot::fileName, widget, now);
+FileFinding inspectPins(const snapshot::Source& source, const std::string& widget, Date now) {
+    const auto reading = snapshot::readSnapshot<Snapshot>(source);
+    FileFinding finding = walked(reading, widget, now);
     std::vector<std::string> ids;
     if (const Snapshot* snapshot = reading.snapshot()) {
         std::size_t points = 0;
@@ -274,14 +271,14 @@ void leaveOutTimes(Inspection& inspection) {
 
 }  // namespace
 
-Inspection inspect() {
-    Inspection result{.now = system::surroundings().clock()};
-    snapshot::Location location = snapshot::locate(alarmsName);
+Inspection inspect(const snapshot::Source& source) {
+    Inspection result{.now = source.clock(), .groupAssumed = source.places.dictionaries.empty()};
+    snapshot::Location location = source.locate(AlarmsSnapshot::fileName);
     result.group = std::move(location.group);
     if (location.container) result.container = location.container->string();
-    result.files.push_back(inspectAlarms(result.now));
-    result.files.push_back(inspectPins<AlarmPinsSnapshot>("alarm", result.now));
-    result.files.push_back(inspectPins<MetricPinsSnapshot>("metric", result.now));
+    result.files.push_back(inspectAlarms(source, result.now));
+    result.files.push_back(inspectPins<AlarmPinsSnapshot>(source, "alarm", result.now));
+    result.files.push_back(inspectPins<MetricPinsSnapshot>(source, "metric", result.now));
     result.usable = std::all_of(result.files.begin(), result.files.end(),
                                 [](const FileFinding& file) { return file.step == Step::usable; });
     return result;

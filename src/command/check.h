@@ -1,7 +1,7 @@
 // What keeps the widgets from their data, or that nothing does: the same walk that they take, with
 // every finding on the way kept.
 //
-//     const Inspection found = inspect();
+//     const Inspection found = inspect(source);
 //     found.usable                                   // whether all three files are
 //     found.files[0].problem.value_or("")            // "No such file or directory"
 //     asJSON(found, JSONWriter::Style::indented)     // check_report.h
@@ -108,8 +108,8 @@ struct Inspection {
     bool operator==(const Inspection&) const = default;
 };
 
-/// Looks at the three files in the surroundings in force. A file that fails never throws.
-Inspection inspect();
+/// Looks at the three files. One that fails never throws.
+Inspection inspect(const snapshot::Source& source);
 
 /// Whether two looks found the same. Time alone, and touching a file, change nothing.
 bool foundTheSame(Inspection one, Inspection other);

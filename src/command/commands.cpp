@@ -19,9 +19,9 @@ namespace tessary::command {
 using foundation::Date;
 using foundation::JSONWriter;
 using foundation::name;
-using widgets::Timeline;
 using widgets::WidgetConfiguration;
 using widgets::WidgetEntry;
+using widgets::WidgetTimeline;
 
 namespace {
 
@@ -65,7 +65,7 @@ std::string listAsText(const std::vector<WidgetConfiguration>& widgets) {
 }
 
 std::string timelineAsJSON(const std::string& kind, widgets::Request request,
-                           const Timeline<WidgetEntry>& timeline) {
+                           const WidgetTimeline& timeline) {
     JSONWriter json{JSONWriter::Style::indented};
     json.object([&] {
         json.member("kind", kind).member("request", name(request));
@@ -83,9 +83,9 @@ std::string timelineAsJSON(const std::string& kind, widgets::Request request,
 }
 
 /// One line an entry: when, and what its medium size says.
-std::string timelineAsText(const std::string& kind, const Timeline<WidgetEntry>& timeline) {
-    const locale::UserLocale& locale = system::surroundings().locale;
-    PictureOptions options;
+std::string timelineAsText(const std::string& kind, const WidgetTimeline& timeline,
+                           const locale::UserLocale& locale) {
+    PictureOptions options{.locale = locale};
     options.family = widgets::WidgetFamily::systemMedium;
     options.format = extension::PictureFormat::text;
     std::string text;
@@ -131,22 +131,24 @@ struct Runner {
     }
 
     int operator()(const TimelineCommand& command) const {
+        const RequestOptions& request = command.request;
         return answered(
-            command.widget, command.request, {},
-            [&](const std::string& kind, const Timeline<WidgetEntry>& timeline) {
-                return print(command.json ? timelineAsJSON(kind, command.request.request, timeline)
-                                          : timelineAsText(kind, timeline));
+            command.widget, request, {},
+            [&](const std::string& kind, const WidgetTimeline& timeline) {
+                return print(command.json
+                                 ? timelineAsJSON(kind, request.request, timeline)
+                                 : timelineAsText(kind, timeline, extension::localeOf(request)));
             });
     }
 
     int operator()(const PinsCommand& command) const {
-        const auto widget = extension::findWidget(command.widget);
+        const auto widget =
+            extension::findWidget(command.widget, extension::sourceOf(command.request));
         if (!widget || !widget->intent)
             return report(
                 wrongCall,
                 "'" + command.widget +
                     "' is no widget of a pin: expected alarm, metric, or a kind identifier");
-        const system::ScopedSurroundings scope{extension::surroundingsFor(command.request)};
         const intents::WidgetConfigurationIntent& intent = *widget->intent;
         if (command.json) return print(pinsAsJSON(intent, command.ids));
         return print(entitiesAsText(command.ids.empty() ? intent.suggestedEntities()
@@ -154,54 +156,50 @@ struct Runner {
     }
 
     int operator()(const RenderCommand& command) const {
-        const PictureOptions& options = command.picture;
+        PictureOptions options = command.picture;
         if (!options.output && extension::isPicture(options.format) && isatty(STDOUT_FILENO) != 0)
             return report(wrongCall, "a picture is not for a terminal: name a file with --output");
+        options.locale = extension::localeOf(command.request);
         return answered(command.widget, command.request, options.family,
-                        [&](const std::string& kind, const Timeline<WidgetEntry>& timeline) {
+                        [&](const std::string& kind, const WidgetTimeline& timeline) {
                             return rendered(kind, timeline, options);
                         });
     }
 
     int operator()(const CheckCommand& command) const {
-        const system::ScopedSurroundings scope{extension::surroundingsFor(command.request)};
         if (command.watch) return checkedOnEachChange(command);
-        const Inspection found = inspected(command.request);
+        const Inspection found = inspect(extension::sourceOf(command.request));
         const int status = told(found, command);
         return status == done ? exitStatus(found) : status;
     }
 
 private:
-    static Inspection inspected(const RequestOptions& options) {
-        Inspection found = inspect();
-        found.groupAssumed = options.container && !options.info;
-        return found;
-    }
-
     /// In a stream of objects each takes one line.
     static int told(const Inspection& found, const CheckCommand& command) {
         using Style = JSONWriter::Style;
         if (command.json)
             return print(asJSON(found, command.watch ? Style::compact : Style::indented));
-        return print(asText(found, system::surroundings().locale));
+        return print(asText(found, extension::localeOf(command.request)));
     }
 
     /// The three files and the dictionary, as far as they have a place now.
-    static std::vector<std::filesystem::path> watchedFiles(const RequestOptions& options) {
+    static std::vector<std::filesystem::path> watchedFiles(
+        const snapshot::Source& source, const std::optional<std::filesystem::path>& dictionary) {
         std::vector<std::filesystem::path> files;
         for (const std::string_view name : snapshot::fileNames)
-            if (auto file = snapshot::locate(name).file; !file.empty()) files.push_back(file);
-        if (options.info) files.push_back(*options.info);
+            if (auto file = source.locate(name).file; !file.empty()) files.push_back(file);
+        if (dictionary) files.push_back(*dictionary);
         return files;
     }
 
     static int checkedOnEachChange(const CheckCommand& command) {
         heedEndSignals();
+        const snapshot::Source source = extension::sourceOf(command.request);
         std::optional<Inspection> last;
         for (Woken woken = Woken::change; woken == Woken::change;) {
-            system::PathWatch watch{watchedFiles(command.request)};
+            system::PathWatch watch{watchedFiles(source, command.request.info)};
             if (!watch.sight()) return report(failed, watch.sight().fault().message());
-            const Inspection found = inspected(command.request);
+            const Inspection found = inspect(source);
             if (!last || !foundTheSame(*last, found)) {
                 if (last && !command.json) print("\n");
                 if (const int status = told(found, command); status != done) return status;
@@ -214,7 +212,7 @@ private:
         return exitStatus(*last);
     }
 
-    static int rendered(const std::string& kind, const Timeline<WidgetEntry>& timeline,
+    static int rendered(const std::string& kind, const WidgetTimeline& timeline,
                         const PictureOptions& options) {
         const std::size_t count = timeline.entries.size();
         if (options.entry >= count)
@@ -226,22 +224,20 @@ private:
         return statusOf(system::writeFile(*options.output, bytes));
     }
 
-    /// Asks the widget in the surroundings of the request and hands on what it answers.
+    /// Asks the widget as the request says and hands on what it answers.
     template <class Use>
     static int answered(const std::string& word, const RequestOptions& options,
                         widgets::WidgetFamily family, const Use& use) {
-        const auto widget = extension::findWidget(word);
+        const auto widget = extension::findWidget(word, extension::sourceOf(options));
         if (!widget)
             return report(wrongCall, "unknown widget '" + word +
                                          "': expected alarms, alarm, metric, or a kind identifier");
         if (!widget->intent && options.pin != PinChoice{})
             return report(wrongCall, "--pin and --no-pin are not for '" + word +
                                          "': expected alarm, metric, or their kind identifiers");
-        const system::ScopedSurroundings scope{extension::surroundingsFor(options)};
-        const auto choice =
-            widget->intent ? extension::configured(*widget->intent, options.pin) : std::nullopt;
+        const auto choice = extension::configured(*widget, options.pin);
         return use(widget->kind,
-                   widget->answer(options.request, {family, options.preview}, choice));
+                   widget->answer(options.request, {family, options.preview, choice}));
     }
 };
 

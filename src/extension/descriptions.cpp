@@ -46,7 +46,7 @@ void describePins(JSONWriter& json, const intents::WidgetConfigurationIntent& in
     json.member("suggested", intent.suggestedEntities());
 }
 
-void describePolicy(JSONWriter& json, const widgets::Timeline<widgets::WidgetEntry>& timeline) {
+void describePolicy(JSONWriter& json, const widgets::WidgetTimeline& timeline) {
     json.key("policy");
     if (timeline.policy)
         json.object([&] { json.member("after", timeline.policy->after); });

@@ -19,7 +19,6 @@ void describePins(foundation::JSONWriter& json, const intents::WidgetConfigurati
                   const std::vector<std::string>& ids);
 
 /// Into an open object: "policy".
-void describePolicy(foundation::JSONWriter& json,
-                    const widgets::Timeline<widgets::WidgetEntry>& timeline);
+void describePolicy(foundation::JSONWriter& json, const widgets::WidgetTimeline& timeline);
 
 }  // namespace tessary::extension

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "extension/picture_format.h"
+#include "platform/locale/user_locale.h"
 #include "platform/widgets/provider_context.h"
 
 namespace tessary::extension {
@@ -17,6 +18,7 @@ struct PictureOptions {
     double scale{2};  ///< pixels per point, 1 to 4
     PictureFormat format{PictureFormat::png};
     std::optional<std::filesystem::path> output{};  ///< none: standard output
+    locale::UserLocale locale{};                    ///< whose words, numbers and times
 };
 
 }  // namespace tessary::extension

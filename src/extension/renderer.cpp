@@ -1,5 +1,7 @@
 #include "extension/renderer.h"
 
+#include <algorithm>
+
 #include "platform/drawing/cairo_painter.h"
 #include "platform/drawing/json_painter.h"
 #include "platform/drawing/png_encoder.h"
@@ -16,24 +18,39 @@ views::Surface surface(widgets::WidgetFamily family, double scale) {
 
 views::DisplayList Renderer::layOut(const widgets::WidgetEntry& entry,
                                     const PictureOptions& options) {
-    typesetter_.forgetIfMany();
+    drawing::PangoTypesetter& type = typesetter(options.locale.identifier);
+    type.forgetIfMany();
     views::Environment environment;
     environment.widgetFamily = options.family;
     environment.redaction.placeholder = options.redacted;
-    return views::layOut(entry.view(), surface(options.family, options.scale), environment,
-                         typesetter_);
+    environment.locale = options.locale;
+    environment.now = entry.date;
+    return views::layOut(entry.view(), surface(options.family, options.scale), environment, type);
 }
 
 std::string Renderer::paint(const views::DisplayList& list, const std::string& kind,
                             foundation::Date date, const PictureOptions& options) {
+    drawing::PangoTypesetter& type = typesetter(options.locale.identifier);
     switch (options.format) {
-        case PictureFormat::png: return drawing::encodePNG(drawing::paintPixels(list, typesetter_));
-        case PictureFormat::svg: return drawing::paintSVG(list, typesetter_);
-        case PictureFormat::pdf: return drawing::paintPDF(list, typesetter_, date);
+        case PictureFormat::png: return drawing::encodePNG(drawing::paintPixels(list, type));
+        case PictureFormat::svg: return drawing::paintSVG(list, type);
+        case PictureFormat::pdf: return drawing::paintPDF(list, type, date);
         case PictureFormat::json: return drawing::paintJSON(list, {kind, options.family, date});
         case PictureFormat::text: return drawing::paintText(list) + "\n";
     }
     return {};
+}
+
+drawing::PangoTypesetter& Renderer::typesetter(const std::string& locale) {
+    constexpr std::size_t most = 3;
+    const auto known = std::ranges::find(types_, locale, &Type::locale);
+    if (known != types_.end()) {
+        types_.splice(types_.begin(), types_, known);
+    } else {
+        if (types_.size() == most) types_.pop_back();
+        types_.emplace_front(locale);
+    }
+    return types_.front().typesetter;
 }
 
 }  // namespace tessary::extension

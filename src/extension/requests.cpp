@@ -68,9 +68,10 @@ namespace tessary::extension {
 
 using foundation::decodeJSON;
 using foundation::JSONWriter;
-using widgets::Timeline;
+using locale::UserLocale;
 using widgets::WidgetConfiguration;
 using widgets::WidgetEntry;
+using widgets::WidgetTimeline;
 
 namespace {
 
@@ -112,8 +113,8 @@ Case parsed(const std::string& member, const std::optional<std::string>& word, C
     return *value;
 }
 
-PictureOptions pictureOptions(const RequestLine& request) {
-    PictureOptions options;
+PictureOptions pictureOptions(const RequestLine& request, const UserLocale& locale) {
+    PictureOptions options{.locale = locale};
     options.family = parsed("family", request.family, options.family);
     options.format = parsed("format", request.format, options.format);
     options.redacted = request.redacted.value_or(false);
@@ -123,10 +124,10 @@ PictureOptions pictureOptions(const RequestLine& request) {
     return options;
 }
 
-WidgetConfiguration widgetOf(const RequestLine& request) {
+WidgetConfiguration widgetOf(const RequestLine& request, const snapshot::Source& source) {
     if (!request.widget)
         throw BadRequest{"widget: expected alarms, alarm, metric, or a kind identifier"};
-    auto widget = findWidget(*request.widget);
+    auto widget = findWidget(*request.widget, source);
     if (!widget)
         throw BadRequest{notKnown("widget", *request.widget, "alarms, alarm, metric") +
                          " or a kind identifier"};
@@ -140,13 +141,13 @@ PinChoice pinChoice(const RequestLine& request) {
     return request.noPin.value_or(false) ? PinChoice{PinChoice::Kind::none, {}} : PinChoice{};
 }
 
-Timeline<WidgetEntry> asked(const WidgetConfiguration& widget, widgets::Request which,
-                            const RequestLine& request, const PictureOptions& options) {
+WidgetTimeline asked(const WidgetConfiguration& widget, widgets::Request which,
+                     const RequestLine& request, const PictureOptions& options) {
     const PinChoice choice = pinChoice(request);
     if (!widget.intent && choice != PinChoice{})
         throw BadRequest{"pin: '" + widget.kind + "' has none to be configured with"};
-    const auto entity = widget.intent ? configured(*widget.intent, choice) : std::nullopt;
-    return widget.answer(which, {options.family, request.preview.value_or(false)}, entity);
+    return widget.answer(
+        which, {options.family, request.preview.value_or(false), configured(widget, choice)});
 }
 
 /// Writes entries one after the other. Most minutes look like the one before; their picture is made
@@ -185,35 +186,10 @@ private:
     std::string picture_{};
 };
 
-void describeEntries(JSONWriter& json, Renderer& renderer, widgets::Request which,
-                     const RequestLine& request) {
-    const WidgetConfiguration widget = widgetOf(request);
-    const PictureOptions options = pictureOptions(request);
-    const Timeline<WidgetEntry> timeline = asked(widget, which, request, options);
-    json.member("kind", widget.kind).member("request", which);
-    json.member("family", options.family).member("scale", options.scale);
-    json.member("redacted", options.redacted).member("format", options.format);
-    json.key("entries").array([&] {
-        EntryWriter entries{json, renderer, widget.kind, options};
-        for (const WidgetEntry& entry : timeline.entries) entries.write(entry);
-    });
-    describePolicy(json, timeline);
-}
-
-void describeChoices(JSONWriter& json, const RequestLine& request) {
-    const WidgetConfiguration widget = widgetOf(request);
+void describeChoices(JSONWriter& json, const RequestLine& request, const snapshot::Source& source) {
+    const WidgetConfiguration widget = widgetOf(request, source);
     if (!widget.intent) throw BadRequest{notKnown("widget", *request.widget, "alarm, metric")};
     describePins(json, *widget.intent, request.ids.value_or(std::vector<std::string>{}));
-}
-
-void describe(JSONWriter& json, Renderer& renderer, const RequestLine& request) {
-    if (request.request == "list") return describeBundle(json);
-    if (request.request == "pins") return describeChoices(json, request);
-    const auto which = foundation::parse<widgets::Request>(request.request);
-    if (!which)
-        throw BadRequest{notKnown("request", request.request,
-                                  "list, pins, " + foundation::knownNames<widgets::Request>())};
-    describeEntries(json, renderer, *which, request);
 }
 
 std::string refusal(const Identifier& id, const std::string& error) {
@@ -234,7 +210,7 @@ std::string Extension::answer(std::string_view line) {
         JSONWriter json;
         json.object([&] {
             json.member("id", id);
-            describe(json, renderer_, request);
+            describe(json, request);
         });
         return std::move(json).text();
     } catch (const BadRequest& bad) {
@@ -242,6 +218,31 @@ std::string Extension::answer(std::string_view line) {
     } catch (const std::exception& error) {
         return refusal(id, error.what());
     }
+}
+
+void Extension::describeEntries(JSONWriter& json, widgets::Request which,
+                                const RequestLine& request) {
+    const WidgetConfiguration widget = widgetOf(request, source_);
+    const PictureOptions options = pictureOptions(request, locale_);
+    const WidgetTimeline timeline = asked(widget, which, request, options);
+    json.member("kind", widget.kind).member("request", which);
+    json.member("family", options.family).member("scale", options.scale);
+    json.member("redacted", options.redacted).member("format", options.format);
+    json.key("entries").array([&] {
+        EntryWriter entries{json, renderer_, widget.kind, options};
+        for (const WidgetEntry& entry : timeline.entries) entries.write(entry);
+    });
+    describePolicy(json, timeline);
+}
+
+void Extension::describe(JSONWriter& json, const RequestLine& request) {
+    if (request.request == "list") return describeBundle(json);
+    if (request.request == "pins") return describeChoices(json, request, source_);
+    const auto which = foundation::parse<widgets::Request>(request.request);
+    if (!which)
+        throw BadRequest{notKnown("request", request.request,
+                                  "list, pins, " + foundation::knownNames<widgets::Request>())};
+    describeEntries(json, *which, request);
 }
 
 }  // namespace tessary::extension

@@ -1,7 +1,7 @@
 // The extension's side of the protocol that docs/protocol.md describes: a request is a line of
 // JSON, and so is its reply.
 //
-//     Extension extension{"en_US"};
+//     Extension extension{source, {"en_US", "UTC"}};
 //     extension.answer(R"({"id": 7, "request": "timeline", "widget": "alarms", "family": "medium"})")
 //         // {"id":7,"kind":"com.tessary.desktop.widgets.alarms","request":"timeline",...}
 //     extension.answer(R"({"id": 8, "request": "dance"})")
@@ -10,23 +10,35 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "extension/renderer.h"
+#include "snapshot/source.h"
 
 namespace tessary::extension {
 
-/// Answers one request after the other, in the surroundings in force. Keeps nothing of a request
-/// but texts that it has set, and those only up to a limit.
+struct RequestLine;
+
+/// Answers one request after the other. Keeps nothing of a request but texts that it has set, and
+/// those only up to a limit.
 class Extension {
 public:
-    explicit Extension(std::string_view locale) : renderer_(locale) {}
+    /// `locale` is the one of requests that name none.
+    Extension(snapshot::Source source, locale::UserLocale locale)
+        : source_(std::move(source)), locale_(std::move(locale)) {}
 
     /// The reply, without a newline. Whatever the line holds, there is one; what is wrong with a
     /// request is told in it.
     std::string answer(std::string_view line);
 
 private:
-    Renderer renderer_;
+    void describe(foundation::JSONWriter& json, const RequestLine& request);
+    void describeEntries(foundation::JSONWriter& json, widgets::Request which,
+                         const RequestLine& request);
+
+    snapshot::Source source_;
+    locale::UserLocale locale_;
+    Renderer renderer_{};
 };
 
 /// The reply to a line of which nothing is known but what is wrong with it.

@@ -17,7 +17,7 @@
 #include "platform/sandbox/file_broker.h"
 #include "platform/sandbox/sandbox.h"
 #include "platform/system/conversation.h"
-#include "snapshot/reading.h"
+#include "platform/system/group_containers.h"
 
 namespace tessary::extension {
 
@@ -32,15 +32,14 @@ std::string joined(const std::vector<std::string>& lines) {
     return text;
 }
 
-/// A snapshot of a container that the options allow, or an information dictionary of theirs.
+/// A snapshot of a container that the places allow, or one of their information dictionaries.
 class ServedFiles {
 public:
-    explicit ServedFiles(const RequestOptions& options)
-        : container_(options.container), dictionaries_(dictionaryPlaces(options)) {}
+    explicit ServedFiles(snapshot::Places places) : places_(std::move(places)) {}
 
     bool operator()(const fs::path& path) const {
         const auto is = [&](const fs::path& dictionary) { return dictionary == path; };
-        return isSnapshot(path) || std::ranges::any_of(dictionaries_, is);
+        return isSnapshot(path) || std::ranges::any_of(places_.dictionaries, is);
     }
 
 private:
@@ -50,12 +49,11 @@ private:
             return root / snapshot::pathOf(name) == path;
         };
         if (std::ranges::none_of(snapshot::fileNames, lies)) return false;
-        if (container_) return root == *container_;
+        if (places_.container) return root == *places_.container;
         return root == system::groupContainer(root.filename().native());
     }
 
-    std::optional<fs::path> container_;
-    std::vector<fs::path> dictionaries_;
+    snapshot::Places places_;
 };
 
 /// Large blocks go back to the system as soon as they are free, so that one large file does not
@@ -83,17 +81,17 @@ foundation::Result<void> streamsAreOpen() {
 foundation::Result<void> serve(const ServeOptions& options) {
     if (auto streams = streamsAreOpen(); !streams) return streams;
     keepMemorySmall();
-    system::Surroundings surroundings = surroundingsFor(options.request);
-    sandbox::FileBroker broker{ServedFiles{options.request}};
-    surroundings.read = [&](const fs::path& path) { return broker.read(path); };
-    const system::ScopedSurroundings scope{surroundings};
+    snapshot::Source source = sourceOf(options.request);
+    sandbox::FileBroker broker{ServedFiles{source.places}};
+    source.read = [&](const fs::path& path) { return broker.read(path); };
+    const locale::UserLocale locale = localeOf(options.request);
 
     const auto open = sandbox::enterSandbox({.readable = drawing::fontPlaces()});
     if (!open.empty() && options.requireSandbox) return Fault{"no whole sandbox: " + joined(open)};
     if (!open.empty())
         std::cerr << "tessary-widgets: running without a whole sandbox: " << joined(open) << '\n';
 
-    Extension extension{surroundings.locale.identifier};
+    Extension extension{source, locale};
     return system::hold(
         {STDIN_FILENO, STDOUT_FILENO}, [&](const system::Line& line) -> std::string {
             if (line.isTooLong)

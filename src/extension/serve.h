@@ -8,7 +8,7 @@
 namespace tessary::extension {
 
 struct ServeOptions {
-    RequestOptions request{};  ///< the surroundings of all requests
+    RequestOptions request{};  ///< where all requests look, and what holds where they say nothing
     bool requireSandbox{};     ///< refuse to go on where the kernel lacks a part of it
 };
 

@@ -9,20 +9,19 @@ std::string_view shortName(std::string_view kind) { return kind.substr(kind.rfin
 
 }  // namespace
 
-std::optional<widgets::WidgetConfiguration> findWidget(std::string_view word) {
-    for (widgets::WidgetConfiguration& widget : shell::TessaryWidgets{}.body())
+std::optional<widgets::WidgetConfiguration> findWidget(std::string_view word,
+                                                       const snapshot::Source& source) {
+    for (widgets::WidgetConfiguration& widget : shell::TessaryWidgets{source}.body())
         if (widget.kind == word || shortName(widget.kind) == word) return std::move(widget);
     return std::nullopt;
 }
 
-std::optional<intents::AppEntity> configured(const intents::WidgetConfigurationIntent& intent,
-                                             const PinChoice& choice) {
-    switch (choice.kind) {
-        case PinChoice::Kind::defaultResult: return intent.defaultResult();
-        case PinChoice::Kind::none: return std::nullopt;
-        case PinChoice::Kind::identifier: break;
-    }
-    return intent.entities({choice.identifier}).front();
+std::optional<std::string> configured(const widgets::WidgetConfiguration& widget,
+                                      const PinChoice& choice) {
+    if (!widget.intent || choice.kind == PinChoice::Kind::none) return std::nullopt;
+    if (choice.kind == PinChoice::Kind::identifier) return choice.identifier;
+    const auto pin = widget.intent->defaultResult();
+    return pin ? std::optional{pin->id} : std::nullopt;
 }
 
 }  // namespace tessary::extension

@@ -10,7 +10,8 @@
 namespace tessary::extension {
 
 /// The widget of a kind identifier or a short name: "alarms", "alarm", "metric". None for another.
-std::optional<widgets::WidgetConfiguration> findWidget(std::string_view word);
+std::optional<widgets::WidgetConfiguration> findWidget(std::string_view word,
+                                                       const snapshot::Source& source);
 
 /// Which entity a widget's configuration holds.
 struct PinChoice {
@@ -19,8 +20,8 @@ struct PinChoice {
     bool operator==(const PinChoice&) const = default;
 };
 
-/// What that choice is when a request reaches the provider.
-std::optional<intents::AppEntity> configured(const intents::WidgetConfigurationIntent& intent,
-                                             const PinChoice& choice);
+/// The identifier that a request reaches the provider with; none for a widget without an intent.
+std::optional<std::string> configured(const widgets::WidgetConfiguration& widget,
+                                      const PinChoice& choice);
 
 }  // namespace tessary::extension

@@ -1,8 +1,9 @@
 #include "metric/metric_widget_view.h"
 
-#include "pins/pin_presentation.h"
-#include "platform/foundation/percent_encoding.h"
+#include "metric/metric_pin.h"
+#include "pins/pin_widget.h"
 #include "platform/locale/localized.h"
+#include "presentation/spacing.h"
 #include "presentation/sparkline.h"
 #include "presentation/value_formatting.h"
 
@@ -12,127 +13,105 @@ using namespace views;
 using locale::localized;
 using presentation::formatValue;
 using presentation::Palette;
+using presentation::Spacing;
+using Pin = MetricPinsSnapshot::Pin;
 
 namespace {
 
 constexpr const char* noValue = "—";
-
-pins::PinTexts texts() {
-    return {
-        .heading = localized("CloudWatch metric"),
-        .howToPin = localized("In Tessary, use Add to widget on a CloudWatch chart."),
-        .chooseTitle = localized("Choose a metric"),
-        .howToChoose = localized("Edit the widget to pick one of your pinned metrics."),
-        .removed =
-            localized("This metric was removed in Tessary. Edit the widget to choose another."),
-    };
-}
 
 View chart(const Pinned& state) {
     return presentation::Sparkline{state.pin.points, std::nullopt,
                                    state.muted() ? Palette::tertiary : Palette::accent};
 }
 
-View smallLayout(const Pinned& state, Date now) {
-    return VStack(
-        Alignment::leading, 4,
-        {MetricHeader{state.pin}, MetricValue{state}, chart(state), MetricFooter{state, now}});
+/// The metric's label, in one line.
+View header(const Pin& pin) {
+    return presentation::heading(pin.label).lineLimit(1).truncation(Truncation::middle);
 }
 
-View mediumLayout(const Pinned& state, Date now) {
-    return HStack(Alignment::top, 14,
-                  {
-                      View{MetricSummary{state, now}}.frame(
-                          FixedFrame{.width = 128, .alignment = Alignment::leading}),
-                      VStack(Alignment::leading, 6, {chart(state), MetricStats{state.pin}}),
-                  });
+MetricValue value(const Pinned& state) { return {state.pin.latest, state.pin.unit, state.muted()}; }
+
+/// When the latest value was, or what is the matter.
+View footer(const Pinned& state) {
+    if (state.muted()) return pins::pinProblem(state);
+    return SampleTime{state.pin.stat, state.pin.latest};
 }
 
-}  // namespace
-
-View MetricWidgetEntryView::body() const {
-    return pins::pinWidget<MetricWidgetView>(entry, texts().heading, link());
-}
-
-std::optional<std::string> MetricWidgetEntryView::link() const {
-    const Pinned* state = entry.display.pinned();
-    if (state == nullptr) return std::nullopt;
-    return "tessary://cloudwatch/metric?pin=" + foundation::percentEncoded(state->pin.id);
-}
-
-View MetricWidgetView::body() const {
-    return pins::pinContent(display, texts(), [&](const Pinned& state) {
-        return medium ? mediumLayout(state, now) : smallLayout(state, now);
-    });
-}
-
-View MetricSummary::body() const {
-    const MetricPinsSnapshot::Pin& pin = state.pin;
+/// The left column of the medium size.
+View summary(const Pinned& state) {
+    const Pin& pin = state.pin;
     return VStack(Alignment::leading, 0,
                   {
-                      MetricHeader{pin},
+                      header(pin),
                       Text(pin.profile + " · " + pin.region)
                           .font(Font::system(10))
                           .foreground(Palette::tertiary)
                           .lineLimit(1)
                           .truncation(Truncation::middle),
-                      Spacer(4),
-                      MetricValue{state},
-                      Spacer(4),
-                      MetricFooter{state, now},
-                  });
+                      Spacer(Spacing::number),
+                      value(state),
+                      Spacer(Spacing::number),
+                      footer(state),
+                  })
+        .frame(FixedFrame{.width = Spacing::pinColumn, .alignment = Alignment::leading});
 }
 
-View MetricHeader::body() const {
-    return Text(pin.label)
-        .font(Font::system(11, Weight::medium))
-        .foreground(Palette::secondary)
-        .lineLimit(1)
-        .truncation(Truncation::middle);
+}  // namespace
+
+View MetricPin::layout(const Pinned& state, bool medium) {
+    if (!medium)
+        return VStack(Alignment::leading, Spacing::rows,
+                      {header(state.pin), value(state), chart(state), footer(state)});
+    const View history = VStack(Alignment::leading, Spacing::caption,
+                                {chart(state), MetricStats::of(state.pin.points, state.pin.unit)});
+    return HStack(Alignment::top, Spacing::columns, {summary(state), history});
 }
 
-View MetricValue::body() const {
-    const auto& latest = state.pin.latest;
-    return Text(latest ? formatValue(latest->v, state.pin.unit) : noValue)
+View MetricValue::body(const Environment& environment) const {
+    return Text(latest ? formatValue(latest->v, unit, environment.locale) : noValue)
         .font(Font::system(28, Weight::semibold, FontDesign::rounded))
         .monospacedDigits()
-        .foreground(state.muted() ? Palette::tertiary : Palette::primary)
+        .foreground(muted ? Palette::tertiary : Palette::primary)
         .accentable()
         .lineLimit(1)
         .minimumScale(0.5);
 }
 
-View MetricFooter::body() const {
-    if (state.muted()) return pins::pinProblem(state, now);
-    const MetricPinsSnapshot::Pin& pin = state.pin;
-    return Text(pin.latest ? pin.stat + " · " + pins::timeOfDay(*pin.latest)
-                           : localized("No recent data"))
+View SampleTime::body(const Environment& environment) const {
+    return Text(latest ? stat + " · " + pins::timeOfDay(*latest, environment.locale)
+                       : localized("No recent data"))
         .font(Font::system(11))
         .foreground(Palette::tertiary)
         .lineLimit(1);
 }
 
-View MetricStats::body() const {
-    std::optional<double> least;
-    std::optional<double> most;
+MetricStats MetricStats::of(const std::vector<snapshot::SnapshotPoint>& points,
+                            std::optional<std::string> unit) {
+    MetricStats stats{.unit = std::move(unit)};
     double sum = 0;
-    for (const snapshot::SnapshotPoint& point : pin.points) {
-        if (!least || point.v < *least) least = point.v;
-        if (!most || point.v > *most) most = point.v;
+    for (const snapshot::SnapshotPoint& point : points) {
+        if (!stats.least || point.v < *stats.least) stats.least = point.v;
+        if (!stats.most || point.v > *stats.most) stats.most = point.v;
         sum += point.v;
     }
-    std::optional<double> mean;
-    if (!pin.points.empty()) mean = sum / static_cast<double>(pin.points.size());
-    return HStack(Alignment::center, 0,
-                  {stat(localized("Min"), least), stat(localized("Max"), most),
-                   stat(localized("Avg"), mean)});
+    if (!points.empty()) stats.mean = sum / static_cast<double>(points.size());
+    return stats;
 }
 
-View MetricStats::stat(const std::string& label, std::optional<double> value) const {
+View MetricStats::body(const Environment& environment) const {
+    const locale::UserLocale& locale = environment.locale;
+    return HStack(Alignment::center, 0,
+                  {stat(localized("Min"), least, locale), stat(localized("Max"), most, locale),
+                   stat(localized("Avg"), mean, locale)});
+}
+
+View MetricStats::stat(const std::string& label, std::optional<double> value,
+                       const locale::UserLocale& locale) const {
     return VStack(Alignment::leading, 1,
                   {
                       Text(label).font(Font::system(10)).foreground(Palette::tertiary),
-                      Text(value ? formatValue(*value, pin.unit) : noValue)
+                      Text(value ? formatValue(*value, unit, locale) : noValue)
                           .font(Font::system(12, Weight::medium))
                           .monospacedDigits()
                           .foreground(Palette::secondary)

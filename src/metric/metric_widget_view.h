@@ -1,74 +1,54 @@
-// What the metric widget looks like, in both sizes and every state.
+// What a metric's pin looks like: the parts of both sizes.
 //
-// Pure functions of an entry and a family: no file is read here, and no clock.
+// Pure functions of what they show and what is inherited: no file is read here, and no clock.
 #pragma once
 
 #include <optional>
 #include <string>
+#include <vector>
 
-#include "metric/metric_provider.h"
 #include "platform/views/view.h"
+#include "snapshot/pins_snapshot.h"
 
 namespace tessary::metric {
 
 using views::View;
 
-/// The widget: its content, guarded while locked, on the background, with its link.
-struct MetricWidgetEntryView {
-    MetricEntry entry;
-
-    View body() const;
-    /// The metric's screen in the host application; none where no metric is shown.
-    std::optional<std::string> link() const;
-};
-
-/// The content for a display state and a size.
-struct MetricWidgetView {
-    MetricDisplay display;
-    Date now{};
-    bool medium{};
-
-    View body() const;
-};
-
-/// The left column of the medium size.
-struct MetricSummary {
-    Pinned state{};
-    Date now{};
-
-    View body() const;
-};
-
-/// The metric's label, in one line.
-struct MetricHeader {
-    MetricPinsSnapshot::Pin pin{};
-
-    View body() const;
-};
-
 /// The latest value, large.
 struct MetricValue {
-    Pinned state{};
+    std::optional<snapshot::SnapshotPoint> latest{};
+    std::optional<std::string> unit{};
+    bool muted{};
 
-    View body() const;
+    View body(const views::Environment& environment) const;
+    bool operator==(const MetricValue&) const = default;
 };
 
-/// The statistic and the time of the latest sample, or what is the matter.
-struct MetricFooter {
-    Pinned state{};
-    Date now{};
+/// The statistic and the time of the latest sample.
+struct SampleTime {
+    std::string stat{};
+    std::optional<snapshot::SnapshotPoint> latest{};
 
-    View body() const;
+    View body(const views::Environment& environment) const;
+    bool operator==(const SampleTime&) const = default;
 };
 
-/// The smallest and largest value of the points, and their mean.
+/// The smallest and largest value of a series, and their mean; none of an empty one.
 struct MetricStats {
-    MetricPinsSnapshot::Pin pin{};
+    std::optional<double> least{};
+    std::optional<double> most{};
+    std::optional<double> mean{};
+    std::optional<std::string> unit{};
 
-    View body() const;
+    static MetricStats of(const std::vector<snapshot::SnapshotPoint>& points,
+                          std::optional<std::string> unit);
+
+    View body(const views::Environment& environment) const;
+    bool operator==(const MetricStats&) const = default;
 
 private:
-    View stat(const std::string& label, std::optional<double> value) const;
+    View stat(const std::string& label, std::optional<double> value,
+              const locale::UserLocale& locale) const;
 };
 
 }  // namespace tessary::metric

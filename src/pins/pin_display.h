@@ -15,7 +15,7 @@
 #include "platform/locale/text_equality.h"
 #include "snapshot/freshness.h"
 #include "snapshot/pins_snapshot.h"
-#include "snapshot/snapshot_store.h"
+#include "snapshot/reading.h"
 
 namespace tessary::pins {
 
@@ -47,13 +47,6 @@ struct Removed {
     bool operator==(const Removed&) const = default;
 };
 
-/// The snapshot, unless its layout is too new to be understood.
-template <class Snapshot>
-std::optional<Snapshot> supported(std::optional<Snapshot> snapshot) {
-    const bool tooNew = snapshot && snapshot->schemaVersion > snapshot::supportedSchemaVersion;
-    return tooNew ? std::nullopt : std::move(snapshot);
-}
-
 /// `Snapshot` has a schemaVersion, updatedMs, intervalSeconds and pins, each with an id.
 template <class Snapshot>
 class PinDisplay {
@@ -67,7 +60,7 @@ public:
     /// judged at `reference`.
     static PinDisplay resolve(const std::optional<Snapshot>& snapshot,
                               const std::optional<std::string>& pinID, Date reference) {
-        const bool usable = snapshot && snapshot->schemaVersion <= snapshot::supportedSchemaVersion;
+        const bool usable = snapshot && snapshot::isSupported(*snapshot);
         if (!usable || snapshot->pins.empty()) return Case{NotPinned{}};
         if (!pinID) return Case{Choose{}};
         const auto pin = std::find_if(

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "platform/locale/localized.h"
-#include "presentation/pin_message.h"
+#include "presentation/message.h"
 
 namespace tessary::presentation {
 
@@ -17,10 +17,10 @@ struct Guarded {
     std::string heading{};
     bool operator==(const Guarded&) const = default;
 
-    View shown(const RedactionReasons& redaction) const {
-        if (!redaction.placeholder) return content;
-        return View{PinMessage{heading, "lock.fill", localized("Hidden while locked"),
-                               localized("Unlock your Mac to see it.")}}
+    View body(const Environment& environment) const {
+        if (!environment.redaction.placeholder) return content;
+        return View{Message{heading, "lock.fill", localized("Hidden while locked"),
+                            localized("Unlock your Mac to see it.")}}
             .colorScheme(ColorScheme::dark)
             .unredacted();
     }
@@ -28,11 +28,6 @@ struct Guarded {
 
 }  // namespace
 
-View LockedPlaceholder::body(const View& content) const {
-    return EnvironmentReader(Guarded{content, heading},
-                             [](const Guarded& guarded, const Environment& environment) {
-                                 return guarded.shown(environment.redaction);
-                             });
-}
+View LockedPlaceholder::body(const View& content) const { return Guarded{content, heading}; }
 
 }  // namespace tessary::presentation

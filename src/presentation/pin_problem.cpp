@@ -10,20 +10,23 @@ namespace tessary::presentation {
 using namespace views;
 using locale::localized;
 
-View PinProblem::body() const {
-    return notice()
+View PinProblem::body(const Environment& environment) const {
+    return notice(environment)
         .foreground(Palette::warning)
         .font(Font::system(11, Weight::medium))
         .lineLimit(1)
         .labelStyle(TightLabel{});
 }
 
-View PinProblem::notice() const {
+View PinProblem::notice(const Environment& environment) const {
     if (authExpired)
         return Label(localized("Sign in to ") + profile,
                      "person.crop.circle.badge.exclamationmark");
     if (error) return Label(*error, "exclamationmark.triangle.fill");
-    return when(stale, [&] { return Text(localized("Last updated ") + relative(updated, now)); });
+    return when(stale, [&] {
+        return Text(localized("Last updated ") +
+                    relative(updated, environment.now, environment.locale));
+    });
 }
 
 }  // namespace tessary::presentation

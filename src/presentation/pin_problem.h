@@ -17,13 +17,12 @@ struct PinProblem {
     bool authExpired{};
     bool stale{};
     foundation::Date updated{};  ///< when the data was last brought up to date
-    foundation::Date now{};      ///< the date of the entry being rendered
 
-    views::View body() const;
+    views::View body(const views::Environment& environment) const;
     bool operator==(const PinProblem&) const = default;
 
 private:
-    views::View notice() const;
+    views::View notice(const views::Environment& environment) const;
 };
 
 }  // namespace tessary::presentation

@@ -65,11 +65,6 @@ View thresholdLine(const Size& size, double y) {
 
 }  // namespace
 
-View Sparkline::body() const {
-    return GeometryReader(
-        *this, [](const Sparkline& chart, const Size& size) { return chart.drawn(size); });
-}
-
 std::optional<double> Sparkline::timeSpan() const {
     if (points.size() < 2) return std::nullopt;
     std::int64_t span = 0;
@@ -78,7 +73,7 @@ std::optional<double> Sparkline::timeSpan() const {
     return static_cast<double>(span);
 }
 
-View Sparkline::drawn(const Size& size) const {
+View Sparkline::body(const Size& size) const {
     const std::optional<double> span = timeSpan();
     if (!span) return baseline(size);
 

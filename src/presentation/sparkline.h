@@ -20,11 +20,10 @@ struct Sparkline {
     std::optional<double> threshold{};  ///< in the points' unit
     views::Color color{};
 
-    views::View body() const;
+    views::View body(const views::Size& size) const;
     bool operator==(const Sparkline&) const = default;
 
 private:
-    views::View drawn(const views::Size& size) const;
     std::optional<double> timeSpan() const;
 };
 

@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "platform/foundation/numbers.h"
-#include "platform/system/surroundings.h"
 
 namespace tessary::presentation {
 namespace {
@@ -66,13 +65,14 @@ std::optional<std::int64_t> truncated(double value) {
 
 }  // namespace
 
-std::string formatValue(double value, const std::optional<std::string>& unit) {
+std::string formatValue(double value, const std::optional<std::string>& unit,
+                        const locale::UserLocale& locale) {
     if (!unit) return compact(value);
     const auto* const rule = std::ranges::find(unitRules, *unit, &UnitRule::name);
     const bool isKnown = rule != unitRules.end();
     const bool isSize = isKnown && rule->bytes > 0;
     const auto bytes = isSize ? truncated(value * rule->bytes) : std::nullopt;
-    if (bytes) return system::surroundings().locale.byteCount(*bytes).append(rule->suffix);
+    if (bytes) return locale.byteCount(*bytes).append(rule->suffix);
     if (!isKnown || isSize) return compact(value) + " " + *unit;
     return compact(value).append(rule->suffix);
 }

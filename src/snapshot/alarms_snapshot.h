@@ -39,6 +39,8 @@ struct Alarm {
 };
 
 struct AlarmsSnapshot {
+    static constexpr const char* fileName = "alarms";
+
     std::int64_t schemaVersion{};
     std::string state{};             ///< "watching", or anything else for not watching
     std::int64_t updatedMs{};        ///< milliseconds since 1970

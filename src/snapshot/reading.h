@@ -1,25 +1,24 @@
 // The walk from an application group to a snapshot, and how far it went.
 //
-// The store takes what comes out at its end; whoever explains a file to a person takes all of it.
+// A provider takes what comes out at its end, and whatever goes wrong is no snapshot to it; whoever
+// explains a file to a person takes all of it.
 //
-//     const auto reading = readSnapshot<AlarmsSnapshot>("alarms");     // "widgets/alarms.json"
+//     load<AlarmsSnapshot>(source)  // the snapshot in "widgets/alarms.json", or none
+//
+//     const auto reading = readSnapshot<AlarmsSnapshot>(source);
 //     reading.location.file         // "/home/ana/.../widgets/alarms.json"
 //     reading.fileFault()           // why its bytes could not be read, or
 //     reading.decodingFault()       // why they are no snapshot, or
 //     reading.snapshot()            // the snapshot
 #pragma once
 
-#include <array>
 #include <cstdint>
-#include <filesystem>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 
 #include "platform/foundation/json_decoding.h"
-#include "platform/foundation/named_cases.h"
-#include "platform/system/files.h"
+#include "snapshot/source.h"
 
 namespace tessary::snapshot {
 
@@ -30,30 +29,6 @@ template <class Snapshot>
 bool isSupported(const Snapshot& snapshot) {
     return snapshot.schemaVersion <= supportedSchemaVersion;
 }
-
-/// What the information dictionary holds under "TessaryAppGroup".
-struct AppGroup {
-    enum class Rule {
-        identifier,        ///< it identifies a group
-        missing,           ///< there is no text
-        beginsWithDot,     ///< a build variable expanded to nothing before the dot
-        beginsWithDollar,  ///< a build variable was never expanded
-    };
-    std::optional<std::string> value{};
-    Rule rule{Rule::missing};
-    bool operator==(const AppGroup&) const = default;
-};
-
-/// The files that are ever read: each NAME means "widgets/NAME.json" in a container.
-inline constexpr std::array<std::string_view, 3> fileNames{"alarms", "alarm-pins", "metrics"};
-std::filesystem::path pathOf(std::string_view name);
-
-/// Where a snapshot file is to be looked for. None of it need exist.
-struct Location {
-    AppGroup group{};
-    std::optional<std::filesystem::path> container{};  ///< none without a group, or of no group
-    std::filesystem::path file{};                      ///< empty without a container
-};
 
 template <class Snapshot>
 struct Reading {
@@ -74,32 +49,25 @@ struct Reading {
     const Snapshot* snapshot() const { return decoded && *decoded ? &decoded->value() : nullptr; }
 };
 
-AppGroup appGroup();
-
-/// The place of "widgets/NAME.json" in the container of the group.
-Location locate(std::string_view name);
-
-system::FileContents readContents(const std::filesystem::path& file);
-
-/// Looks up the container, reads the file whole and decodes it; stops at the first that fails.
-/// Nothing is cached, and nothing is judged but that.
+/// Looks up the container, reads the file of `Snapshot` whole and decodes it; stops at the first
+/// that fails. Nothing is cached, and nothing is judged but that.
 template <class Snapshot>
-Reading<Snapshot> readSnapshot(std::string_view name) {
-    Reading<Snapshot> reading{locate(name)};
+Reading<Snapshot> readSnapshot(const Source& source) {
+    Reading<Snapshot> reading{source.locate(Snapshot::fileName)};
     if (!reading.location.container) return reading;
-    reading.contents = readContents(reading.location.file);
+    reading.contents = source.read(reading.location.file);
     if (const std::string* bytes = reading.bytes())
         reading.decoded = foundation::decodeJSON<Snapshot>(*bytes);
     return reading;
 }
 
-}  // namespace tessary::snapshot
+/// The only way of the widgets to the files that the host application writes: what came out at the
+/// end, unless its schema version is too new to be understood.
+template <class Snapshot>
+std::optional<Snapshot> load(const Source& source) {
+    auto decoded = readSnapshot<Snapshot>(source).decoded;
+    if (!decoded || !*decoded || !isSupported(**decoded)) return std::nullopt;
+    return *std::move(*decoded);
+}
 
-template <>
-inline constexpr auto tessary::foundation::namesOf<tessary::snapshot::AppGroup::Rule> =
-    tessary::foundation::NamedCases<tessary::snapshot::AppGroup::Rule, 4>{{
-        {tessary::snapshot::AppGroup::Rule::identifier, "identifier"},
-        {tessary::snapshot::AppGroup::Rule::missing, "missing"},
-        {tessary::snapshot::AppGroup::Rule::beginsWithDot, "beginsWithDot"},
-        {tessary::snapshot::AppGroup::Rule::beginsWithDollar, "beginsWithDollar"},
-    }};
+}  // namespace tessary::snapshot

@@ -10,9 +10,6 @@
 namespace tessary::command {
 namespace {
 
-using system::ScopedSurroundings;
-using system::Surroundings;
-
 const std::string minimalPin =
     R"({"id": "a", "label": "a", "profile": "p", "region": "r", "alarmName": "a", "reason": "",)"
     R"( "namespace": "n", "metricName": "m", "stat": "s", "periodSeconds": 60, "points": [],)"
@@ -37,17 +34,18 @@ protected:
         container_.put("metrics", pinsFile(minimalPin));
     }
     Inspection foundAt(double seconds) const {
-        Surroundings later = container_.surroundings();
+        snapshot::Source later = container_.source();
+        later.places.dictionaries = {
+            info_.write("info.json", R"({"TessaryAppGroup":"A1.com.tessary.desktop"})")};
         later.clock = [seconds] { return Date{seconds}; };
         return inspectIn(later);
     }
     Inspection found() const { return foundAt(exampleNow.seconds); }
-    Inspection inspectIn(const Surroundings& surroundings) const {
+    Inspection inspectIn(const snapshot::Source& source) const {
         for (const auto& entry : std::filesystem::directory_iterator(container_ / ""))
             for (const auto& file : std::filesystem::directory_iterator(entry))
                 if (!file.is_symlink()) std::filesystem::last_write_time(file, {});
-        const ScopedSurroundings scope{surroundings};
-        return inspect();
+        return inspect(source);
     }
     /// The status and what is said, of all files or of one; the container's folder as /c.
     std::string said(const Inspection& inspection, const std::string& of = "") const {
@@ -64,6 +62,7 @@ protected:
     }
 
     Container container_{};
+    TemporaryFolder info_{};
 };
 
 TEST_F(Check, FindsTheFirstFault) {
@@ -80,12 +79,11 @@ TEST_F(Check, SaysAtWhichStepTheWalkEnded) {
         dump += "== " + heading + '\n' + said(inspection, "alarm-pins.json");
     };
     for (const char* group : {"", ".com.example", "$(Prefix)com.x", "a/b"}) {
-        Surroundings surroundings = container_.surroundings();
-        surroundings.container = system::groupContainer;
-        surroundings.information = [&](auto) {
-            return *group == '\0' ? std::nullopt : std::optional<std::string>{group};
-        };
-        add("group '" + std::string{group} + '\'', inspectIn(surroundings));
+        const std::string key = *group == '\0' ? "Other" : "TessaryAppGroup";
+        const auto info = info_.write("info.json", "{\"" + key + "\":\"" + group + "\"}");
+        snapshot::Source source = container_.source();
+        source.places = {{}, {info}};
+        add("group '" + std::string{group} + '\'', inspectIn(source));
     }
     const auto file = container_ / "widgets/alarm-pins.json";
     container_.put("alarm-pins", pinsFile(minimalPin, "2"));

@@ -32,7 +32,7 @@ struct CallPrinter {
         return "timeline " + widget + printed(request) + (json ? " json" : "");
     }
     std::string operator()(const RenderCommand& render) const {
-        const auto& [family, entry, redacted, scale, format, output] = render.picture;
+        const auto& [family, entry, redacted, scale, format, output, locale] = render.picture;
         return "render " + render.widget + printed(render.request) + ' ' +
                std::string{foundation::name(family)} + " entry " + std::to_string(entry) +
                (redacted ? " redacted " : " ") + std::to_string(scale) + "x " +

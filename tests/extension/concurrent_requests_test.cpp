@@ -76,7 +76,6 @@ int writingOf(const widgets::WidgetEntry& entry, Renderer& renderer) {
 TEST(ConcurrentRequests, AnswerWithAWholeStateOrNone) {
     const Container container;
     container.put("alarms", alarmsOf(1000));
-    const system::ScopedSurroundings scope{container.surroundings()};
     std::atomic<bool> isDone{};
     std::thread writer{[&] { rewriteUntil(isDone, container); }};
     std::atomic<int> whole{};
@@ -85,10 +84,10 @@ TEST(ConcurrentRequests, AnswerWithAWholeStateOrNone) {
     std::vector<std::thread> askers;
     for (int i = 0; i < 4; ++i)
         askers.emplace_back([&] {
-            Renderer renderer{"en_US"};
-            const auto widget = shell::TessaryWidgets{}.body().front();
+            Renderer renderer;
+            const auto widget = shell::TessaryWidgets{container.source()}.body().front();
             while (whole < 200 && std::chrono::steady_clock::now() < end) {
-                const auto timeline = widget.answer(widgets::Request::timeline, {}, {});
+                const auto timeline = widget.answer(widgets::Request::timeline, {});
                 const int first = writingOf(timeline.entries.front(), renderer);
                 EXPECT_GE(first, 0);
                 EXPECT_EQ(writingOf(timeline.entries.back(), renderer), first);
@@ -104,18 +103,18 @@ TEST(ConcurrentRequests, AnswerWithAWholeStateOrNone) {
 TEST(ConcurrentRequests, ShareNothing) {
     const Container container;
     container.put("alarms", exampleAlarms);
-    const system::ScopedSurroundings scope{container.surroundings()};
     std::vector<std::string> answers(4);
     std::vector<std::thread> askers;
     for (std::string& answer : answers)
-        askers.emplace_back([&answer] {
-            Renderer renderer{"ja_JP"};
-            for (const auto& widget : shell::TessaryWidgets{}.body())
+        askers.emplace_back([&] {
+            Renderer renderer;
+            const PictureOptions options{.locale = {"ja_JP"}};
+            for (const auto& widget : shell::TessaryWidgets{container.source()}.body())
                 for (const auto request : {widgets::Request::placeholder,
                                            widgets::Request::snapshot, widgets::Request::timeline})
-                    for (const auto& entry : widget.answer(request, {{}, true}, {}).entries)
-                        answer +=
-                            renderer.paint(renderer.layOut(entry, {}), widget.kind, entry.date, {});
+                    for (const auto& entry : widget.answer(request, {.isPreview = true}).entries)
+                        answer += renderer.paint(renderer.layOut(entry, options), widget.kind,
+                                                 entry.date, options);
         });
     for (std::thread& asker : askers) asker.join();
     for (const std::string& answer : answers) EXPECT_EQ(answer, answers.front());

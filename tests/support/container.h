@@ -1,8 +1,7 @@
-// A shared container and surroundings of a test's own: clock, locale and zone, nothing the
-// machine's.
+// A shared container of a test's own, and a clock that stands.
 #pragma once
 
-#include "platform/system/surroundings.h"
+#include "snapshot/source.h"
 #include "support/fixtures.h"
 
 namespace tessary {
@@ -21,6 +20,17 @@ inline constexpr const char* exampleAlarms = R"({
     { "name": "ingest-lambda-errors", "profile": "shared", "region": "us-east-1", "updatedMs": null, "reason": "" }
   ]
 })";
+/// A file of pins, of alarms or of metrics, with these identifiers, labelled by their places: "#0".
+inline std::string examplePins(const std::vector<std::string>& ids, int schema = 1) {
+    std::string pins;
+    for (std::size_t i = 0; i < ids.size(); ++i)
+        pins += (i == 0 ? "" : ",") + std::string{R"({"id":")"} + ids[i] + R"(","label":"#)" +
+                std::to_string(i) + R"(","profile":"prod","region":"eu-west-1","alarmName":"",)" +
+                R"("namespace":"n","metricName":"CPU","stat":"Sum","periodSeconds":60,)" +
+                R"("reason":"","points":[],"authExpired":false})";
+    return R"({"schemaVersion":)" + std::to_string(schema) +
+           R"(,"updatedMs":1731772800000,"intervalSeconds":200,"pins":[)" + pins + "]}";
+}
 inline constexpr foundation::Date exampleUpdated{1731772800};
 inline constexpr foundation::Date exampleNow{1731772840};
 
@@ -30,14 +40,10 @@ public:
     Container() { std::filesystem::create_directory(*this / "widgets"); }
 
     void put(const std::string& name, const std::string& bytes) const {
-        write("widgets/" + name + ".json", bytes);
+        write(snapshot::pathOf(name).string(), bytes);
     }
-    /// Surroundings in which this is the container of the program's group.
-    system::Surroundings surroundings() const {
-        return {.clock = [] { return exampleNow; },
-                .information = [](auto) { return "A1.com.tessary.desktop"; },
-                .container = [root = *this / ""](auto) { return root; },
-                .locale = {"en_US", "UTC"}};
+    snapshot::Source source() const {
+        return {.places = {.container = *this / ""}, .clock = [] { return exampleNow; }};
     }
 };
 

@@ -6,20 +6,11 @@
 #include <string>
 
 #include "platform/drawing/pango_typesetter.h"
-#include "platform/system/surroundings.h"
 #include "platform/views/even_typesetter.h"
 #include "platform/views/layout.h"
 #include "support/dump.h"
 
 namespace tessary {
-
-/// Surroundings for views: they have a locale, and whoever asks for more fails the test.
-inline system::Surroundings viewSurroundings(const std::string& locale = "en_US") {
-    return {.clock = [] { return ADD_FAILURE() << "read the clock", foundation::Date{}; },
-            .information = [](auto) { return ADD_FAILURE() << "read the dictionary", ""; },
-            .container = [](auto) { return ADD_FAILURE() << "looked for a file", ""; },
-            .locale = {locale, "UTC"}};
-}
 
 /// 16:00:40 on a day in 2024.
 inline constexpr foundation::Date shownAt{1731772840};
@@ -34,19 +25,22 @@ inline views::Typesetter& realType() {
 }
 
 inline views::DisplayList rendered(const views::View& view, const views::Surface& card = smallCard,
-                                   const views::Environment& environment = {},
+                                   const views::Environment& environment = {.now = shownAt},
                                    views::Typesetter& typesetter = realType()) {
     return views::layOut(view, card, environment, typesetter);
 }
 
 /// A widget on its card.
 inline views::DisplayList hosted(const views::View& view, bool medium, bool locked = false,
-                                 views::Typesetter& typesetter = realType()) {
+                                 views::Typesetter& typesetter = realType(),
+                                 const std::string& locale = "en_US") {
     using views::WidgetFamily;
     return rendered(
         view, medium ? mediumCard : smallCard,
         {.redaction = {.placeholder = locked},
-         .widgetFamily = medium ? WidgetFamily::systemMedium : WidgetFamily::systemSmall},
+         .widgetFamily = medium ? WidgetFamily::systemMedium : WidgetFamily::systemSmall,
+         .locale = {locale, "UTC"},
+         .now = shownAt},
         typesetter);
 }
 
@@ -72,18 +66,6 @@ inline void expectWithin(const views::DisplayList& list, double left, double rig
         const views::Rect& frame = list.elements[i].frame;
         EXPECT_TRUE(frame.minX() >= left && frame.maxX() <= right) << i << Dump{list}.text();
         EXPECT_TRUE(frame.minY() >= 16 && frame.maxY() <= 148) << i << Dump{list}.text();
-    }
-}
-
-/// Calls with texts of one to 400 characters of several scripts.
-template <class Check>
-void withTextsOfAnyLength(const Check& check) {
-    for (const std::string character : {"i", "W", "é", "漢", "ع", "e\u0301", "👩\u200D💻", "w "}) {
-        std::string text;
-        for (int length = 1; length <= 400; ++length) {
-            text += character;
-            if (length <= 20 || length % 200 == 0) check(text);
-        }
     }
 }
 

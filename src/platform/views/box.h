@@ -23,6 +23,7 @@ public:
 
     const Value& operator*() const { return *value_; }
     const Value* operator->() const { return value_.get(); }
+    Value take() && { return std::move(*value_); }
 
     // Written out: clang 14 crashes on a defaulted one where Value holds boxes of itself.
     friend bool operator==(const Box& a, const Box& b) { return *a == *b; }

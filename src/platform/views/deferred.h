@@ -8,21 +8,20 @@ namespace tessary::views {
 
 class View;
 
-/// A value and the function that turns it and an argument into a view. Compares: equal when the
-/// values are equal and the functions the same. Copies are cheap and share the value, which never
-/// changes: a view is copied at each of its modifiers, and the value may be a long series.
+/// A record with `View body(const Argument&) const`, which waits for the argument. Compares as its
+/// record does. Copies are cheap and share the record, which never changes: a view is copied at
+/// each of its modifiers, and the record may hold a long series.
 ///
-///     Deferred<Size>(series, [](const Series& s, const Size& size) { return s.chart(size); })
+///     Deferred<Size>{Sparkline{series}}.content({100, 50})     // the chart in that room
 template <class Argument>
 class Deferred {
 public:
-    template <class Value>
-    Deferred(Value value, View (*make)(const Value&, const Argument&))
-        : maker_(std::make_shared<Maker<Value>>(std::move(value), make)) {}
+    template <class Record>
+    explicit Deferred(Record record) : held_(std::make_shared<Held<Record>>(std::move(record))) {}
 
     View content(const Argument& argument) const;
     friend bool operator==(const Deferred& a, const Deferred& b) {
-        return a.maker_->equals(*b.maker_);
+        return a.held_->equals(*b.held_);
     }
 
 private:
@@ -31,18 +30,17 @@ private:
         virtual View content(const Argument& argument) const = 0;
         virtual bool equals(const Base& other) const = 0;
     };
-    template <class Value>
-    struct Maker final : Base {
-        Maker(Value v, View (*c)(const Value&, const Argument&)) : value(std::move(v)), make(c) {}
+    template <class Record>
+    struct Held final : Base {
+        explicit Held(Record r) : record(std::move(r)) {}
         View content(const Argument& argument) const override;
         bool equals(const Base& other) const override {
-            const auto* same = dynamic_cast<const Maker*>(&other);
-            return same != nullptr && same->make == make && same->value == value;
+            const auto* same = dynamic_cast<const Held*>(&other);
+            return same != nullptr && same->record == record;
         }
-        Value value;
-        View (*make)(const Value&, const Argument&);
+        Record record;
     };
-    std::shared_ptr<const Base> maker_;
+    std::shared_ptr<const Base> held_;
 };
 
 }  // namespace tessary::views

@@ -3,6 +3,8 @@
 
 #include <optional>
 
+#include "platform/foundation/date.h"
+#include "platform/locale/user_locale.h"
 #include "platform/views/color.h"
 #include "platform/views/font.h"
 #include "platform/views/widget_family.h"
@@ -42,6 +44,8 @@ struct Environment {
     RedactionReasons redaction{};
     bool accent{};  ///< inside the widget's accent group
     WidgetFamily widgetFamily{WidgetFamily::systemSmall};
+    locale::UserLocale locale{};
+    foundation::Date now{};  ///< the moment that is shown: the date of the widget's entry
 
     Font resolvedFont() const {
         return {font.size, weight.value_or(font.weight), font.design,

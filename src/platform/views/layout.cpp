@@ -7,9 +7,9 @@ namespace tessary::views {
 
 namespace {
 
-void collect(const PlacedNode& node, std::vector<Element>& elements) {
-    if (node.content) elements.push_back({node.frame, node.accent, *node.content});
-    for (const PlacedNode& child : node.children) collect(child, elements);
+void collect(PlacedNode node, std::vector<Element>& elements) {
+    if (node.content) elements.push_back({node.frame, node.accent, *std::move(node.content)});
+    for (PlacedNode& child : node.children) collect(std::move(child), elements);
 }
 
 void dump(const PlacedNode& node, std::size_t depth, std::string& text) {
@@ -51,10 +51,10 @@ std::string dump(const PlacedNode& node) {
     return text;
 }
 
-DisplayList layOut(const View& view, const Surface& surface, const Environment& environment,
+DisplayList layOut(View view, const Surface& surface, const Environment& environment,
                    Typesetter& typesetter) {
     Preferences preferences;
-    const LayoutNode node = root(resolve(view, environment, preferences));
+    LayoutNode node = root(resolve(std::move(view), environment, preferences));
     const Rect area = contentArea(surface);
     const Proposal offer = Proposal::points(area.size.width, area.size.height);
     const Size size = measure(node, offer, typesetter);
@@ -67,7 +67,7 @@ DisplayList layOut(const View& view, const Surface& surface, const Environment& 
         surface.cornerRadius,   surface.scale,
         preferences.background, preferences.colorScheme.value_or(environment.colorScheme),
         preferences.url,        {}};
-    collect(rounded(place(node, origin, offer, typesetter, grid), grid), list.elements);
+    collect(rounded(place(std::move(node), origin, offer, typesetter, grid), grid), list.elements);
     return list;
 }
 

@@ -6,8 +6,9 @@
 //     3  place     positions, down     place.cpp     where the parent puts it
 //     4  round     edges               round.cpp     edges, not sizes, move to pixels, last of all
 //
-// Each phase is a pure function of the one before; sizes are doubles until the last. Type is
-// measured by the Typesetter handed in, heights come from the system font's own figures (font.h).
+// Each phase is a pure function of the one before, which it takes and moves on, for a path may be
+// long; sizes are doubles until the last. Type is measured by the Typesetter handed in, heights
+// come from the system font's own figures (font.h).
 //
 //     const Surface card{.size = {164, 164}, .margins = EdgeInsets::all(16), .scale = 2};
 //     const auto list = layOut(Text("Hello").widgetURL("a:b"), card, {}, typesetter);
@@ -88,7 +89,7 @@ struct LayoutNode {
 };
 
 /// The nodes that a view amounts to: none for nothing, several for a group.
-std::vector<LayoutNode> resolve(const View& view, const Environment& environment,
+std::vector<LayoutNode> resolve(View view, const Environment& environment,
                                 Preferences& preferences);
 
 // ---- Phase 2: measure ------------------------------------------------------------------------
@@ -129,11 +130,11 @@ struct PlacedNode {
 };
 
 /// Places a node whose parent offered it `proposal` and put it at `origin`.
-PlacedNode place(const LayoutNode& node, Point origin, const Proposal& proposal,
-                 Typesetter& typesetter, const PixelGrid& grid);
+PlacedNode place(LayoutNode node, Point origin, const Proposal& proposal, Typesetter& typesetter,
+                 const PixelGrid& grid);
 
 /// The same tree with every edge on a pixel.
-PlacedNode rounded(const PlacedNode& node, const PixelGrid& grid);
+PlacedNode rounded(PlacedNode node, const PixelGrid& grid);
 
 /// Indented lines, one a node: "Text 16,16 62.5x13.1 \"Alarms firing\"".
 std::string dump(const PlacedNode& node);
@@ -150,7 +151,7 @@ struct Surface {
 };
 
 /// Offers a view the card less its margins, puts it in the middle of that, and lists what it draws.
-DisplayList layOut(const View& view, const Surface& surface, const Environment& environment,
+DisplayList layOut(View view, const Surface& surface, const Environment& environment,
                    Typesetter& typesetter);
 
 }  // namespace tessary::views

@@ -9,33 +9,33 @@ namespace {
 constexpr double redactedOpacity = 0.25;
 
 struct Placer {
-    const LayoutNode& node;
+    LayoutNode& node;  ///< what it holds is moved out of it
     Rect frame{};
     const Proposal& offered;
     Typesetter& typesetter;
     const PixelGrid& grid;
 
-    PlacedNode operator()(const LayoutNode::Text& text) const {
+    PlacedNode operator()(LayoutNode::Text& text) const {
         if (text.redacted)
             return leaf("Text", RectangleElement{text.color.withOpacity(redactedOpacity)});
         const TextStyle& style = text.style;
         FittedText fitted = fitText(text.content, style, offered, typesetter);
         return leaf("Text",
-                    TextElement{text.content, std::move(fitted.lines), style.font, text.color,
-                                style.lineLimit, style.truncation, fitted.scale});
+                    TextElement{std::move(text.content), std::move(fitted.lines), style.font,
+                                text.color, style.lineLimit, style.truncation, fitted.scale});
     }
-    PlacedNode operator()(const LayoutNode::Symbol& symbol) const {
+    PlacedNode operator()(LayoutNode::Symbol& symbol) const {
         if (symbol.redacted)
             return leaf("Image", RectangleElement{symbol.color.withOpacity(redactedOpacity)});
-        return leaf("Image", SymbolElement{symbol.name, symbol.font, symbol.color});
+        return leaf("Image", SymbolElement{std::move(symbol.name), symbol.font, symbol.color});
     }
     PlacedNode operator()(const LayoutNode::Shape& shape) const {
         if (shape.kind == nodes::Shape::Kind::circle)
             return leaf("Circle", CircleElement{shape.color});
         return leaf("Rectangle", RectangleElement{shape.color});
     }
-    PlacedNode operator()(const nodes::PaintedPath& path) const {
-        return leaf("Path", PathElement{path.path, path.paint});
+    PlacedNode operator()(nodes::PaintedPath& path) const {
+        return leaf("Path", PathElement{std::move(path.path), std::move(path.paint)});
     }
     PlacedNode operator()(const LayoutNode::Spacer&) const {
         return {"Spacer", frame, node.accent};
@@ -51,15 +51,15 @@ struct Placer {
             const double side = horizontal ? offset(stack.alignment, frame.size.height, size.height)
                                            : offset(stack.alignment, frame.size.width, size.width);
             const Point at = horizontal ? Point{position, side} : Point{side, position};
-            result.children.push_back(child(node.children[i], at, offers[i]));
+            result.children.push_back(child(std::move(node.children[i]), at, offers[i]));
             position += (horizontal ? size.width : size.height) + stack.spacing;
         }
         return result;
     }
     PlacedNode operator()(const Alignment& alignment) const {
         PlacedNode result{"ZStack", frame, node.accent};
-        for (const LayoutNode& layer : node.children)
-            result.children.push_back(aligned(layer, alignment, offered));
+        for (LayoutNode& layer : node.children)
+            result.children.push_back(aligned(std::move(layer), alignment, offered));
         return result;
     }
 
@@ -74,9 +74,9 @@ struct Placer {
     }
     PlacedNode operator()(const nodes::Padding& padding) const {
         PlacedNode result{"padding", frame, node.accent};
-        result.children.push_back(child(node.children.front(),
-                                        {padding.insets.leading, padding.insets.top},
-                                        offerInside(node, offered)));
+        const Proposal inside = offerInside(node, offered);
+        result.children.push_back(child(std::move(node.children.front()),
+                                        {padding.insets.leading, padding.insets.top}, inside));
         return result;
     }
 
@@ -85,9 +85,9 @@ struct Placer {
         PlacedNode result{"GeometryReader", grid.snap(frame), node.accent};
         const Size size = result.frame.size;
         Preferences ignored;
-        for (const LayoutNode& content :
+        for (LayoutNode& content :
              resolve(reader.reader.content(size), reader.environment, ignored))
-            result.children.push_back(place(content, result.frame.origin,
+            result.children.push_back(place(std::move(content), result.frame.origin,
                                             Proposal::points(size.width, size.height), typesetter,
                                             grid));
         return result;
@@ -97,30 +97,29 @@ private:
     PlacedNode leaf(std::string_view kind, ElementContent content) const {
         return {kind, frame, node.accent, std::move(content)};
     }
-    PlacedNode child(const LayoutNode& inner, Point at, const Proposal& offer) const {
-        return place(inner, {frame.origin.x + at.x, frame.origin.y + at.y}, offer, typesetter,
-                     grid);
+    PlacedNode child(LayoutNode inner, Point at, const Proposal& offer) const {
+        return place(std::move(inner), {frame.origin.x + at.x, frame.origin.y + at.y}, offer,
+                     typesetter, grid);
     }
-    PlacedNode aligned(const LayoutNode& inner, const Alignment& alignment,
-                       const Proposal& offer) const {
+    PlacedNode aligned(LayoutNode inner, const Alignment& alignment, const Proposal& offer) const {
         const Size size = measure(inner, offer, typesetter);
-        return child(inner,
+        return child(std::move(inner),
                      {offset(alignment.horizontal, frame.size.width, size.width),
                       offset(alignment.vertical, frame.size.height, size.height)},
                      offer);
     }
     PlacedNode wrapper(std::string_view kind, const Alignment& alignment) const {
         PlacedNode result{kind, frame, node.accent};
-        result.children.push_back(
-            aligned(node.children.front(), alignment, offerInside(node, offered)));
+        const Proposal inside = offerInside(node, offered);
+        result.children.push_back(aligned(std::move(node.children.front()), alignment, inside));
         return result;
     }
 };
 
 }  // namespace
 
-PlacedNode place(const LayoutNode& node, Point origin, const Proposal& proposal,
-                 Typesetter& typesetter, const PixelGrid& grid) {
+PlacedNode place(LayoutNode node, Point origin, const Proposal& proposal, Typesetter& typesetter,
+                 const PixelGrid& grid) {
     const Rect frame{origin, measure(node, proposal, typesetter)};
     return std::visit(Placer{node, frame, proposal, typesetter, grid}, node.kind);
 }

@@ -19,14 +19,14 @@ struct Resolver {
 
     Nodes operator()(const nodes::Nothing&) const { return {}; }
 
-    Nodes operator()(const nodes::Text& text) const {
+    Nodes operator()(nodes::Text text) const {
         const TextStyle style{environment.resolvedFont(), environment.lineLimit,
                               environment.truncation, environment.minimumScale};
-        return leaf(LayoutNode::Text{text.content, style, color(), redacted()});
+        return leaf(LayoutNode::Text{std::move(text.content), style, color(), redacted()});
     }
-    Nodes operator()(const nodes::Image& image) const {
-        return leaf(
-            LayoutNode::Symbol{image.symbol, environment.resolvedFont(), color(), redacted()});
+    Nodes operator()(nodes::Image image) const {
+        return leaf(LayoutNode::Symbol{std::move(image.symbol), environment.resolvedFont(), color(),
+                                       redacted()});
     }
     Nodes operator()(const nodes::Label& label) const {
         const auto style = environment.labelStyle.body;
@@ -45,22 +45,24 @@ struct Resolver {
         return leaf(std::move(path));
     }
 
-    Nodes operator()(const nodes::Group& group) const { return all(group.children); }
-    Nodes operator()(const nodes::Stack& stack) const {
+    Nodes operator()(nodes::Group group) const { return all(std::move(group.children)); }
+    Nodes operator()(nodes::Stack stack) const {
         const Resolver inside{environment, preferences, stack.axis};
         return inside.container(LayoutNode::Stack{stack.axis, stack.alignment, stack.spacing},
-                                stack.children);
+                                std::move(stack.children));
     }
-    Nodes operator()(const nodes::Layers& layers) const {
-        return Resolver{environment, preferences}.container(layers.alignment, layers.children);
+    Nodes operator()(nodes::Layers layers) const {
+        return Resolver{environment, preferences}.container(layers.alignment,
+                                                            std::move(layers.children));
     }
 
-    Nodes operator()(const nodes::Modified& modified) const {
-        return std::visit([&](const auto& modifier) { return apply(modifier, *modified.child); },
+    Nodes operator()(nodes::Modified modified) const {
+        View child = std::move(modified.child).take();
+        return std::visit([&](const auto& modifier) { return apply(modifier, std::move(child)); },
                           modified.modifier);
     }
-    Nodes operator()(const nodes::SizeReader& reader) const {
-        return leaf(LayoutNode::Reader{reader, environment});
+    Nodes operator()(nodes::SizeReader reader) const {
+        return leaf(LayoutNode::Reader{std::move(reader), environment});
     }
     Nodes operator()(const nodes::EnvironmentReader& reader) const {
         return in(environment, reader.content(environment));
@@ -84,39 +86,40 @@ private:
         result.push_back({std::move(kind), environment.accent});
         return result;
     }
-    Nodes container(LayoutNode::Kind kind, const std::vector<View>& children) const {
+    Nodes container(LayoutNode::Kind kind, std::vector<View> children) const {
         Nodes result = leaf(std::move(kind));
-        result.front().children = all(children);
+        result.front().children = all(std::move(children));
         return result;
     }
-    Nodes all(const std::vector<View>& children) const {
+    Nodes all(std::vector<View> children) const {
         Nodes result;
-        for (const View& child : children)
-            for (LayoutNode& node : in(environment, child)) result.push_back(std::move(node));
+        for (View& child : children)
+            for (LayoutNode& node : in(environment, std::move(child)))
+                result.push_back(std::move(node));
         return result;
     }
-    Nodes in(const Environment& inner, const View& view) const {
-        return std::visit(Resolver{inner, preferences, axis}, view.node());
+    Nodes in(const Environment& inner, View view) const {
+        return std::visit(Resolver{inner, preferences, axis}, std::move(view).take());
     }
 
-    Nodes apply(const EnvironmentChange& change, const View& child) const {
+    Nodes apply(const EnvironmentChange& change, View child) const {
         if (change.colorScheme && !preferences.colorScheme)
             preferences.colorScheme = change.colorScheme;
-        return in(change.applied(environment), child);
+        return in(change.applied(environment), std::move(child));
     }
-    Nodes apply(const nodes::ContainerBackground& background, const View& child) const {
+    Nodes apply(const nodes::ContainerBackground& background, View child) const {
         if (!preferences.background) preferences.background = background.color;
-        return in(environment, child);
+        return in(environment, std::move(child));
     }
-    Nodes apply(const nodes::WidgetURL& link, const View& child) const {
+    Nodes apply(const nodes::WidgetURL& link, View child) const {
         if (!preferences.url) preferences.url = link.url;
-        return in(environment, child);
+        return in(environment, std::move(child));
     }
     /// A modifier of the layout wraps each node of a group on its own.
     template <class LayoutModifier>
-    Nodes apply(const LayoutModifier& modifier, const View& child) const {
+    Nodes apply(const LayoutModifier& modifier, View child) const {
         Nodes result;
-        for (LayoutNode& node : in(environment, child)) {
+        for (LayoutNode& node : in(environment, std::move(child))) {
             LayoutNode wrapper{modifier, environment.accent};
             wrapper.children.push_back(std::move(node));
             result.push_back(std::move(wrapper));
@@ -127,9 +130,9 @@ private:
 
 }  // namespace
 
-std::vector<LayoutNode> resolve(const View& view, const Environment& environment,
+std::vector<LayoutNode> resolve(View view, const Environment& environment,
                                 Preferences& preferences) {
-    return std::visit(Resolver{environment, preferences}, view.node());
+    return std::visit(Resolver{environment, preferences}, std::move(view).take());
 }
 
 }  // namespace tessary::views

@@ -23,11 +23,10 @@ Rect PixelGrid::snap(const Rect& rect) const {
     return {origin, {snap(rect.maxX()) - origin.x, snap(rect.maxY()) - origin.y}};
 }
 
-PlacedNode rounded(const PlacedNode& node, const PixelGrid& grid) {
-    PlacedNode result{node.kind, grid.snap(node.frame), node.accent, node.content};
-    result.children.reserve(node.children.size());
-    for (const PlacedNode& child : node.children) result.children.push_back(rounded(child, grid));
-    return result;
+PlacedNode rounded(PlacedNode node, const PixelGrid& grid) {
+    node.frame = grid.snap(node.frame);
+    for (PlacedNode& child : node.children) child = rounded(std::move(child), grid);
+    return node;
 }
 
 }  // namespace tessary::views

@@ -89,15 +89,17 @@ View PaintedPath(Path path, Paint paint) {
     return made(nodes::PaintedPath{std::move(path), std::move(paint)});
 }
 
-View Group(std::vector<View> children) { return made(nodes::Group{std::move(children)}); }
-View VStack(Alignment alignment, double spacing, std::vector<View> children) {
-    return made(nodes::Stack{Axis::vertical, alignment.horizontal, spacing, std::move(children)});
+View Group(Children children) { return made(nodes::Group{std::move(children.views)}); }
+View VStack(Alignment alignment, double spacing, Children children) {
+    return made(
+        nodes::Stack{Axis::vertical, alignment.horizontal, spacing, std::move(children.views)});
 }
-View HStack(Alignment alignment, double spacing, std::vector<View> children) {
-    return made(nodes::Stack{Axis::horizontal, alignment.vertical, spacing, std::move(children)});
+View HStack(Alignment alignment, double spacing, Children children) {
+    return made(
+        nodes::Stack{Axis::horizontal, alignment.vertical, spacing, std::move(children.views)});
 }
-View ZStack(Alignment alignment, std::vector<View> children) {
-    return made(nodes::Layers{alignment, std::move(children)});
+View ZStack(Alignment alignment, Children children) {
+    return made(nodes::Layers{alignment, std::move(children.views)});
 }
 
 }  // namespace tessary::views

@@ -4,6 +4,10 @@
 // a view. A modifier returns a new view around the old one and changes nothing in place. Views
 // copy, compare and may be laid out any number of times with the same result (layout.h).
 //
+// A record that shows something in the user's words, by the moment or by the widget's size has a
+// `body(const Environment&)`, one that draws into its room a `body(const Size&)`; it compares, and
+// its content is made once the argument is known.
+//
 //     struct Greeting {
 //         std::string name{};
 //         View body() const {
@@ -38,6 +42,11 @@ class View;
 template <class Record>
 concept ViewRecord = requires(const Record& record) {
     { record.body() } -> std::convertible_to<View>;
+};
+template <class Record, class Argument>
+concept RecordReading = requires(const Record& record, const Argument& argument) {
+    { record.body(argument) } -> std::convertible_to<View>;
+    { record == record } -> std::convertible_to<bool>;
 };
 
 enum class Axis { horizontal, vertical };
@@ -150,6 +159,13 @@ public:
     explicit View(Node node) : node_(std::move(node)) {}
     template <ViewRecord Record>
     View(const Record& record) : View(record.body()) {}
+    /// Shows `record.body(environment)`, made when the environment is known.
+    template <RecordReading<Environment> Record>
+    View(Record record) : node_(nodes::EnvironmentReader{std::move(record)}) {}
+    /// Takes all the room that is offered and shows `record.body(size)` in its top left corner. The
+    /// size it hands over is the one that is drawn: its edges lie on pixels.
+    template <RecordReading<Size> Record>
+    View(Record record) : node_(nodes::SizeReader{std::move(record)}) {}
 
     // Inherited by everything inside.
     View font(Font font) const;
@@ -189,7 +205,7 @@ public:
         return wrapper.body(*this);
     }
 
-    const Node& node() const { return node_; }
+    Node take() && { return std::move(node_); }
     friend bool operator==(const View& a, const View& b);
 
 private:
@@ -207,25 +223,25 @@ View Rectangle(std::optional<Color> color = {});    ///< no colour: the inherite
 View Circle(std::optional<Color> color = {});
 View PaintedPath(Path path, Paint paint);  ///< coordinates from its frame's top left
 
+/// What a container holds: views and records in braces, or a list. They are moved, where a
+/// std::initializer_list would copy each with all that it holds.
+class Children {
+public:
+    template <std::convertible_to<View>... Each>
+    Children(Each&&... each) {
+        views.reserve(sizeof...(each));
+        (views.push_back(std::forward<Each>(each)), ...);
+    }
+    Children(std::vector<View> list) : views(std::move(list)) {}
+
+    std::vector<View> views{};
+};
+
 // Containers. Spacing in points; a child that does not exist takes no spacing.
-View Group(std::vector<View> children);
-View VStack(Alignment alignment, double spacing, std::vector<View> children);
-View HStack(Alignment alignment, double spacing, std::vector<View> children);
-View ZStack(Alignment alignment, std::vector<View> children);
-
-/// Takes all the room that is offered and shows `content(value, size)` in its top left corner. The
-/// size it hands over is the one that is drawn: its edges lie on pixels.
-template <class Value>
-View GeometryReader(Value value, View (*content)(const std::type_identity_t<Value>&, const Size&)) {
-    return View{View::Node{nodes::SizeReader{std::move(value), content}}};
-}
-
-/// Shows `content(value, environment)`, made when the environment is known.
-template <class Value>
-View EnvironmentReader(Value value,
-                       View (*content)(const std::type_identity_t<Value>&, const Environment&)) {
-    return View{View::Node{nodes::EnvironmentReader{std::move(value), content}}};
-}
+View Group(Children children);
+View VStack(Alignment alignment, double spacing, Children children);
+View HStack(Alignment alignment, double spacing, Children children);
+View ZStack(Alignment alignment, Children children);
 
 /// What `make` returns where the condition holds, else nothing.
 template <class Make>
@@ -235,13 +251,13 @@ View when(bool condition, Make&& make) {
 
 template <class Argument>
 View Deferred<Argument>::content(const Argument& argument) const {
-    return maker_->content(argument);
+    return held_->content(argument);
 }
 
 template <class Argument>
-template <class Value>
-View Deferred<Argument>::Maker<Value>::content(const Argument& argument) const {
-    return make(value, argument);
+template <class Record>
+View Deferred<Argument>::Held<Record>::content(const Argument& argument) const {
+    return record.body(argument);
 }
 
 }  // namespace tessary::views

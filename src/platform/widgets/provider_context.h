@@ -1,6 +1,9 @@
 // What a host tells a provider about the place that it asks for.
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "platform/foundation/named_cases.h"
 #include "platform/views/widget_family.h"
 
@@ -11,6 +14,8 @@ using views::WidgetFamily;
 struct ProviderContext {
     WidgetFamily family{WidgetFamily::systemSmall};
     bool isPreview{};  ///< for the gallery, where sample content beats none
+    /// Identifies the entity that the user has configured the widget with.
+    std::optional<std::string> choice{};
     bool operator==(const ProviderContext&) const = default;
 };
 

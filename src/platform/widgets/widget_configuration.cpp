@@ -21,4 +21,11 @@ WidgetConfiguration WidgetConfiguration::supportedFamilies(
     return result;
 }
 
+WidgetConfiguration WidgetConfiguration::configuredBy(
+    intents::WidgetConfigurationIntent choices) const {
+    WidgetConfiguration result = *this;
+    result.intent = std::move(choices);
+    return result;
+}
+
 }  // namespace tessary::widgets

@@ -28,10 +28,30 @@ struct TitleOnly {
     View body(const View&, const View& title) const { return title; }
 };
 
+/// Records that wait for their room; all that tells the second from the first is its type.
+struct Room {
+    int number{};
+    View body(const Size&) const { return Text(std::to_string(number)); }
+    bool operator==(const Room&) const = default;
+};
+struct OtherRoom : Room {};
+
+/// Shown where the line limit around is 2.
+struct Limited {
+    View content{};
+    View body(const Environment& environment) const {
+        return environment.lineLimit == 2 ? content : View{};
+    }
+    bool operator==(const Limited&) const = default;
+};
+struct Framed {
+    View content{};
+    View body(const Size&) const { return content; }
+    bool operator==(const Framed&) const = default;
+};
+
 /// Views that differ from one another in one thing each.
 std::vector<View> differing() {
-    const auto first = [](const int& n, const Size&) { return Text(std::to_string(n)); };
-    const auto second = [](const int&, const Size&) { return View{}; };
     const View text = Text("a");
     return {View{},
             text,
@@ -47,9 +67,9 @@ std::vector<View> differing() {
             HStack(centred, 1, {Text("b")}),
             ZStack(centred, {text}),
             ZStack(Alignment::top, {text}),
-            GeometryReader(1, +first),
-            GeometryReader(2, +first),
-            GeometryReader(1, +second),
+            Room{1},
+            Room{2},
+            OtherRoom{1},
             View{Greeting{"Ada"}},
             View{Greeting{"Bob"}},
             text.labelStyle(TitleFirst{}),
@@ -88,10 +108,6 @@ DisplayList listed(const View& view) {
 TEST(View, InheritsFromTheViewsAround) {
     const View text = Text("a"), label = Label("ab", "bell");
     const Font rounded{9, Weight::medium, FontDesign::rounded};
-    const auto limit2 = [](const View& v, const Environment& e) {
-        return e.lineLimit == 2 ? v : View{};
-    };
-    const auto content = [](const View& v, const Size&) { return v; };
     const View inner =
         text.containerBackground(blue).widgetURL("in:").colorScheme(ColorScheme::light);
     const View around = VStack(centred, 0, {inner.widgetURL("side:"), inner}).padding({});
@@ -105,8 +121,8 @@ TEST(View, InheritsFromTheViewsAround) {
         {"opacities", text.opacity(0.5).foreground(blue).opacity(0.25)},
         {"inner limit", text.truncation(Truncation::middle).lineLimit(3).lineLimit(1)},
         {"least limit", text.lineLimit(0)},
-        {"read", EnvironmentReader(text, +limit2).lineLimit(2)},
-        {"below a reader", GeometryReader(text, +content).foreground(blue)},
+        {"read", View{Limited{text}}.lineLimit(2)},
+        {"below a reader", View{Framed{text}}.foreground(blue)},
         {"shrinking", Text("1234567890").frame(FixedFrame{40, 11}).minimumScale(0.7)},
         {"faded shapes", Group({Rectangle(), Rectangle(blue), path}).opacity(0.5)},
         {"label", label.weight(Weight::semibold)},

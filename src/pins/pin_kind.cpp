@@ -1,18 +1,17 @@
-#include "pins/pin_provider.h"
+#include "pins/pin_kind.h"
 
 #include <cmath>
 
-#include "snapshot/pins_snapshot.h"
-
 namespace tessary::pins {
 
-std::int64_t milliseconds(Date date) {
+std::int64_t milliseconds(foundation::Date date) {
     constexpr double furthest = 0x1p62;  // leaves room to count on from
     return static_cast<std::int64_t>(
         std::fmax(-furthest, std::fmin(date.seconds * 1000, furthest)));
 }
 
-std::vector<snapshot::SnapshotPoint> sampleSeries(Date now, double amplitude, double level) {
+std::vector<snapshot::SnapshotPoint> sampleSeries(foundation::Date now, double amplitude,
+                                                  double level) {
     constexpr int count = 36;
     constexpr std::int64_t spacing = 300'000;  // milliseconds
     const std::int64_t first = milliseconds(now) - (count - 1) * spacing;

@@ -1,4 +1,6 @@
-#include "presentation/pin_message.h"
+#include "presentation/message.h"
+
+#include <utility>
 
 #include "presentation/palette.h"
 
@@ -6,15 +8,19 @@ namespace tessary::presentation {
 
 using namespace views;
 
-View PinMessage::body() const {
+View heading(std::string text) {
+    return Text(std::move(text))
+        .font(Font::system(11, Weight::medium))
+        .foreground(Palette::secondary);
+}
+
+View Message::body() const {
     return VStack(Alignment::leading, 6,
                   {
-                      Text(heading)
-                          .font(Font::system(11, Weight::medium))
-                          .foreground(Palette::secondary),
+                      presentation::heading(heading),
                       Spacer(0),
                       Image(symbol)
-                          .font(Font::system(20, Weight::medium))
+                          .font(Font::system(symbolSize, Weight::medium))
                           .foreground(Palette::tertiary),
                       Text(title)
                           .font(Font::system(15, Weight::semibold))

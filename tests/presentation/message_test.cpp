@@ -1,5 +1,5 @@
 // The pieces around a pin; how they look is stored with the widgets that show them.
-#include "presentation/pin_message.h"
+#include "presentation/message.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ namespace {
 
 using views::View;
 
-TEST(PinMessage, GivesItsDetailTheLinesItNeedsUpToThree) {
+TEST(Message, GivesItsDetailTheLinesItNeedsUpToThree) {
     const std::string tooLong =
         "This alarm was removed in Tessary. Edit the widget to choose "
         "another, or open Tessary and pin the alarm again.";
@@ -20,7 +20,7 @@ TEST(PinMessage, GivesItsDetailTheLinesItNeedsUpToThree) {
              {"", 1}, {"One.\nTwo.", 2}, {"1\n2\n3", 3}, {tooLong, 3}}) {
         for (double height = 40; height <= 240; height += 5) {  // it overflows a card too low
             const views::Surface card{{164, height}, views::EdgeInsets::all(16), 22, 2};
-            const auto shown = textAt(rendered(PinMessage{"h", "lock.fill", "t", detail}, card), 3);
+            const auto shown = textAt(rendered(Message{"h", "lock.fill", "t", detail}, card), 3);
             ASSERT_EQ(shown.lines.size(), lines) << detail << " at " << height;
             EXPECT_EQ(shown.lines.back().ends_with("…"), detail == tooLong) << height;
         }

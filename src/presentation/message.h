@@ -7,16 +7,20 @@
 
 namespace tessary::presentation {
 
+/// A widget's name line.
+views::View heading(std::string text);
+
 /// Heading at the top; symbol, title and explanation (up to three lines) at the bottom. All texts
 /// are shown verbatim.
-struct PinMessage {
-    std::string heading{};  ///< the widget's name line
-    std::string symbol{};   ///< the name of a symbol
+struct Message {
+    std::string heading{};
+    std::string symbol{};  ///< the name of a symbol
     std::string title{};
     std::string detail{};
+    double symbolSize{20};  ///< points
 
     views::View body() const;
-    bool operator==(const PinMessage&) const = default;
+    bool operator==(const Message&) const = default;
 };
 
 }  // namespace tessary::presentation

@@ -1,0 +1,102 @@
+// Every widget with texts of any length, held to what holds for every display list, as the fuzzers
+// hold them to it.
+#include <gtest/gtest.h>
+
+#include "display_list_rules.h"
+#include "fuzzer.h"
+#include "platform/foundation/utf8.h"
+#include "shell/tessary_widgets.h"
+#include "support/container.h"
+#include "support/rendering.h"
+
+namespace tessary {
+
+void fuzz::require(bool holds, std::string_view rule, std::string_view shown) {
+    EXPECT_TRUE(holds) << rule << ": " << shown;
+}
+
+namespace {
+
+using views::TextElement;
+using widgets::Request;
+
+/// In place of everything that a file says in words; "[" and "]" tell where it ends.
+std::string alarmsOf(const std::string& text, bool isStale) {
+    const std::string alarm =
+        R"({"name":"[)" + text + R"(]","profile":"[)" + text + R"(","region":"eu]","reason":""})";
+    return R"({"schemaVersion":1,"state":"watching","intervalSeconds":60,"updatedMs":)" +
+           std::string{isStale ? "0" : "1731772800000"} + R"(,"firing":1234567,"targets":[)" +
+           R"({"profile":"p","region":"r","firing":1,"authExpired":true,"failed":false}],)" +
+           R"("topAlarms":[)" + alarm + "," + alarm + "," + alarm + "]}";
+}
+std::string pinOf(const std::string& text, bool isMuted) {
+    const std::string error = isMuted ? R"("error":"[)" + text + R"(]",)" : "";
+    return R"({"schemaVersion":1,"updatedMs":1731772800000,"intervalSeconds":60,"pins":[{"id":"a",)" +
+           error + R"("label":"[)" + text + R"(]","profile":"[)" + text + R"(","region":"eu]",)" +
+           R"("alarmName":"a","namespace":"n","metricName":"m","stat":")" + text +
+           R"(","periodSeconds":60,"state":"INSUFFICIENT_DATA","reason":"[)" + text +
+           R"(]","unit":")" + text +
+           R"(","threshold":1.23456789012e20,"points":[{"t":1,"v":1e20},)" +
+           R"({"t":2,"v":2}],"latest":{"t":2,"v":1.23456789012e20},"authExpired":false}]})";
+}
+
+/// What is cut shows both its ends if it is cut in its middle, and is as small as it may become.
+void expectFitted(const TextElement& text) {
+    const std::string& last = text.lines.back();
+    const bool isCut = last.find("…") != std::string::npos;
+    if (text.text.starts_with('[')) {
+        EXPECT_TRUE(text.lines.front().starts_with('[')) << text.text;
+    }
+    if (text.truncation == views::Truncation::middle) {
+        EXPECT_TRUE(last.ends_with(']')) << text.text << " as " << last;
+    }
+    const bool isSmallest =
+        text.shrink == 1 || text.shrink == 0.85 || text.shrink == 0.7 || text.shrink == 0.5;
+    EXPECT_TRUE(!isCut || isSmallest) << text.text << " at " << text.shrink;
+}
+
+/// Nothing stands in the margins or, in the medium size, across the gap between the columns.
+void expectInColumns(const views::Element& element, bool medium, double left, double right) {
+    const views::Rect& frame = element.frame;
+    EXPECT_TRUE(frame.minX() >= 16 && frame.minY() >= 16 && frame.maxY() <= 148);
+    EXPECT_LE(frame.maxX(), medium ? 328 : 148);
+    const bool isDivider = frame.size.width == 1;
+    EXPECT_TRUE(!medium || isDivider || frame.maxX() <= left || frame.minX() >= right)
+        << frame.minX() << " to " << frame.maxX();
+}
+
+TEST(EveryWidget, KeepsTextsOfAnyLengthInTheirColumns) {
+    const Container container;
+    const auto bundle = shell::TessaryWidgets{container.source()}.body();
+    const auto check = [&](const std::string& text) {
+        SCOPED_TRACE(text);
+        for (const bool problem : {false, true}) {
+            container.put("alarms", alarmsOf(text, problem));
+            for (const char* name : {"metrics", "alarm-pins"})
+                container.put(name, pinOf(text, problem));
+            for (const auto& widget : bundle)
+                for (const bool medium : {false, true}) {
+                    const auto answer = widget.answer(Request::snapshot, {.choice = "a"});
+                    const auto list = hosted(answer.entries.at(0).view(), medium);
+                    fuzz::checkDisplayList(list);
+                    for (const views::Element& element : list.elements) {
+                        expectInColumns(element, medium, widget.intent ? 144 : 134,
+                                        widget.intent ? 158 : 163);
+                        if (const auto* shown = std::get_if<TextElement>(&element.content))
+                            expectFitted(*shown);
+                    }
+                    EXPECT_GE(list.elements.size(), 5);
+                }
+        }
+    };
+    for (const std::string character : {"i", "W", "é", "漢", "ع", "e\u0301", "👩\u200D💻", "w "}) {
+        std::string text;
+        for (int length = 1; length <= 400; ++length) {
+            text += character;
+            if (length <= 20 || length % 200 == 0) check(text);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tessary
