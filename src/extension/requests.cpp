@@ -36,6 +36,8 @@ struct RequestLine {
     std::optional<bool> preview{};
     std::optional<bool> redacted{};
     std::optional<std::string> format{};
+    std::optional<std::string> locale{};
+    std::optional<std::string> timeZone{};
 };
 
 }  // namespace tessary::extension
@@ -60,6 +62,8 @@ inline constexpr auto fieldsOf<extension::RequestLine> = std::tuple{
     Field{"preview", &extension::RequestLine::preview},
     Field{"redacted", &extension::RequestLine::redacted},
     Field{"format", &extension::RequestLine::format},
+    Field{"locale", &extension::RequestLine::locale},
+    Field{"timeZone", &extension::RequestLine::timeZone},
 };
 
 }  // namespace tessary::foundation
@@ -113,8 +117,22 @@ Case parsed(const std::string& member, const std::optional<std::string>& word, C
     return *value;
 }
 
+/// A word as the option of the same name takes it.
+template <class Parse>
+void set(std::string& value, const std::string& member, const std::optional<std::string>& word,
+         Parse parse, const std::string& expected) {
+    if (!word) return;
+    auto parsed = parse(*word);
+    if (!parsed) throw BadRequest{member + ": '" + *word + "' is not " + expected};
+    value = *std::move(parsed);
+}
+
 PictureOptions pictureOptions(const RequestLine& request, const UserLocale& locale) {
     PictureOptions options{.locale = locale};
+    set(options.locale.identifier, "locale", request.locale, UserLocale::parseIdentifier,
+        "a locale such as en_US or de_DE");
+    set(options.locale.timeZone, "timeZone", request.timeZone, UserLocale::parseTimeZone,
+        "a time zone such as UTC or Europe/Berlin");
     options.family = parsed("family", request.family, options.family);
     options.format = parsed("format", request.format, options.format);
     options.redacted = request.redacted.value_or(false);

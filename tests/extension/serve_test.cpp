@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
+#include <set>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -68,6 +69,32 @@ TEST_F(Serve, AnswersAsTheCommandDoes) {
     EXPECT_EQ(served(R"({"id": 7, "request": "list"})"),
               "{\"id\":7," + compact("list --json").substr(1) + "\n");
     expectTranscript("replies.txt", [&](const std::string& line) { return served(line); });
+}
+
+/// In one process, of more locales than it keeps typesetters for; without a name, its own.
+TEST_F(Serve, AnswersInTheLocaleAndZoneThatARequestNames) {
+    std::string requests, drawn;
+    for (const auto& [locale, zone] :
+         pairs("de_DE=Asia/Tokyo ja-JP= ar_EG=UTC fr_FR= =GMT+5:30 de_DE= =")) {
+        requests += R"({"request":"placeholder","widget":"metric","format":"text")";
+        if (!locale.empty()) requests += R"(,"locale":")" + locale + '"';
+        if (!zone.empty()) requests += R"(,"timeZone":")" + zone + '"';
+        requests += "}\n";
+        drawn +=
+            foundation::base64(output("render metric $ASK --request placeholder --format text" +
+                                      (locale.empty() ? "" : " --locale " + locale) +
+                                      (zone.empty() ? "" : " --time-zone " + zone))) +
+            '\n';
+    }
+    std::istringstream replies{served(requests)};
+    std::string pictures;
+    for (std::string reply; std::getline(replies, reply);) {
+        const auto at = reply.find("\"picture\":\"") + 11;
+        pictures += reply.substr(at, reply.find('"', at) - at) + '\n';
+    }
+    EXPECT_EQ(pictures, drawn);
+    const auto all = words(drawn);
+    EXPECT_EQ(std::set(all.begin(), all.end()).size(), 5);
 }
 
 TEST_F(Serve, SaysWhatWasWrongWithARequestAndGoesOn) {
