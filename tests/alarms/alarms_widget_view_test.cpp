@@ -51,31 +51,5 @@ TEST(AlarmsWidgetView, ShowsEveryState) {
     expectGolden("alarms_widget.txt", dump);
 }
 
-TEST(AlarmsWidgetView, ShrinksCountsToHalfTheirSizeInsideTheirColumn) {
-    for (const std::string locale : {"en_US", "de_DE", "fr_FR", "ja_JP", "ar_EG"}) {
-        for (const auto count : std::vector<std::int64_t>{0, 1, 12, 1234, 1234567, most, least}) {
-            for (const bool medium : {false, true}) {
-                Watching state = watching(count, count % 2 == 0, 0);
-                state.watched = count;
-                views::DisplayList list =
-                    hosted(entryView(state), medium, false, realType(), locale);
-                expectWithin(list, 16, medium ? 328 : 148);
-                const double room = medium ? 118 : 132;
-                list.elements.resize(count == 0 ? 3 : 2);
-                expectWithin(list, 16, 16 + room);
-
-                const views::TextElement text = textAt(list, list.elements.size() - 1);
-                const bool huge = count == most || count == least;
-                EXPECT_EQ(text.text, (locale::UserLocale{locale}.integer(count)));
-                expectShrunk(text, 0.5);
-                EXPECT_EQ(text.lines[0] == text.text, !huge) << text.text;
-                EXPECT_EQ(text.shrink < 0.9, huge || count == 1234567) << text.text;
-                const bool shrunk = text.shrink < 1 && !huge;  // and no more than it must
-                EXPECT_GE(list.elements.back().frame.size.width, shrunk ? room - 1 : 20);
-            }
-        }
-    }
-}
-
 }  // namespace
 }  // namespace tessary::alarms

@@ -49,17 +49,5 @@ TEST(Snapshots, PutEveryKeyIntoItsMember) {
               (MetricPinsSnapshot{1, 2, 3, {metric}}));
 }
 
-TEST(Snapshots, TakeTheirKeysInAnyOrderAmongOthersAndTheFirstOfTwo) {
-    const std::string mixed =
-        R"({"topAlarms":[{"reason":"w","x":[null,1e400],"updatedMs":1,"region":"r","profile":"p",)"
-        R"("updatedMs":null,"name":"n","name":7}],"Firing":{"a":{}},"firing":1,"firing":2,)"
-        R"("targets":[{"failed":true,"authExpired":true,"authexpired":0,"firing":1,"region":"r",)"
-        R"("profile":"p","failed":null}],"intervalSeconds":1,"updatedMs":1,"state":"s",)"
-        R"("schemaVersion":1,"schemaVersion":2,"targets":[],"state":{}})";
-    EXPECT_EQ(
-        decodeJSON<AlarmsSnapshot>(mixed).value(),
-        (AlarmsSnapshot{1, "s", 1, 1, 1, {{"p", "r", 1, true, true}}, {{"n", "p", "r", 1, "w"}}}));
-}
-
 }  // namespace
 }  // namespace tessary::snapshot

@@ -40,7 +40,7 @@ public:
     Container() { std::filesystem::create_directory(*this / "widgets"); }
 
     void put(const std::string& name, const std::string& bytes) const {
-        write(snapshot::pathOf(name).string(), bytes);
+        write(("widgets/" + name).append(".json"), bytes);
     }
     snapshot::Source source() const {
         return {.places = {.container = *this / ""}, .clock = [] { return exampleNow; }};

@@ -59,23 +59,4 @@ inline views::TextElement textAt(const views::DisplayList& list, std::size_t ind
     return std::get<views::TextElement>(list.elements.at(index).content);
 }
 
-/// The elements from `first` to before `last` lie between the sides, and all between the margins.
-inline void expectWithin(const views::DisplayList& list, double left, double right,
-                         std::size_t first = 0, std::size_t last = 99) {
-    for (std::size_t i = first; i < std::min(last, list.elements.size()); ++i) {
-        const views::Rect& frame = list.elements[i].frame;
-        EXPECT_TRUE(frame.minX() >= left && frame.maxX() <= right) << i << Dump{list}.text();
-        EXPECT_TRUE(frame.minY() >= 16 && frame.maxY() <= 148) << i << Dump{list}.text();
-    }
-}
-
-/// A text in one line that, where it is cut, is as small as it may become.
-inline void expectShrunk(const views::TextElement& text, double least) {
-    EXPECT_EQ(text.lines.size(), 1) << text.text;
-    EXPECT_GE(text.shrink, least) << text.text;
-    if (text.lines.at(0).find("…") != std::string::npos) {
-        EXPECT_EQ(text.shrink, least) << text.text;
-    }
-}
-
 }  // namespace tessary

@@ -30,8 +30,8 @@ struct TitleOnly {
 
 /// Records that wait for their room; all that tells the second from the first is its type.
 struct Room {
-    int number{};
-    View body(const Size&) const { return Text(std::to_string(number)); }
+    View content{};
+    View body(const Size&) const { return content; }
     bool operator==(const Room&) const = default;
 };
 struct OtherRoom : Room {};
@@ -39,15 +39,8 @@ struct OtherRoom : Room {};
 /// Shown where the line limit around is 2.
 struct Limited {
     View content{};
-    View body(const Environment& environment) const {
-        return environment.lineLimit == 2 ? content : View{};
-    }
+    View body(const Environment& around) const { return around.lineLimit == 2 ? content : View{}; }
     bool operator==(const Limited&) const = default;
-};
-struct Framed {
-    View content{};
-    View body(const Size&) const { return content; }
-    bool operator==(const Framed&) const = default;
 };
 
 /// Views that differ from one another in one thing each.
@@ -67,9 +60,9 @@ std::vector<View> differing() {
             HStack(centred, 1, {Text("b")}),
             ZStack(centred, {text}),
             ZStack(Alignment::top, {text}),
-            Room{1},
-            Room{2},
-            OtherRoom{1},
+            Room{text},
+            Room{View{}},
+            OtherRoom{{text}},
             View{Greeting{"Ada"}},
             View{Greeting{"Bob"}},
             text.labelStyle(TitleFirst{}),
@@ -122,7 +115,7 @@ TEST(View, InheritsFromTheViewsAround) {
         {"inner limit", text.truncation(Truncation::middle).lineLimit(3).lineLimit(1)},
         {"least limit", text.lineLimit(0)},
         {"read", View{Limited{text}}.lineLimit(2)},
-        {"below a reader", View{Framed{text}}.foreground(blue)},
+        {"below a reader", View{Room{text}}.foreground(blue)},
         {"shrinking", Text("1234567890").frame(FixedFrame{40, 11}).minimumScale(0.7)},
         {"faded shapes", Group({Rectangle(), Rectangle(blue), path}).opacity(0.5)},
         {"label", label.weight(Weight::semibold)},
