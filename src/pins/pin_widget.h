@@ -62,7 +62,7 @@ private:
 /// The line that says why a muted pin is not current.
 template <class Snapshot>
 presentation::PinProblem pinProblem(const Pinned<Snapshot>& state) {
-    return {state.pin.profile, state.pin.error, state.pin.authExpired, state.stale, state.updated};
+    return {state.pin.profile, state.pin.error, state.pin.authExpired, state.updated};
 }
 
 /// The time of day of a sample, in the locale's words and zone.

@@ -23,10 +23,8 @@ View PinProblem::notice(const Environment& environment) const {
         return Label(localized("Sign in to ") + profile,
                      "person.crop.circle.badge.exclamationmark");
     if (error) return Label(*error, "exclamationmark.triangle.fill");
-    return when(stale, [&] {
-        return Text(localized("Last updated ") +
-                    relative(updated, environment.now, environment.locale));
-    });
+    return Text(localized("Last updated ") +
+                relative(updated, environment.now, environment.locale));
 }
 
 }  // namespace tessary::presentation

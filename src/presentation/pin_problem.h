@@ -9,13 +9,11 @@
 
 namespace tessary::presentation {
 
-/// The first that holds of: sign-in expired, an error (even an empty one), stale. Nothing where
-/// none does.
+/// The first that holds of: sign-in expired, an error (even an empty one); else it is stale.
 struct PinProblem {
     std::string profile{};
     std::optional<std::string> error{};
     bool authExpired{};
-    bool stale{};
     foundation::Date updated{};  ///< when the data was last brought up to date
 
     views::View body(const views::Environment& environment) const;

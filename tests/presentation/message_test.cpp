@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "presentation/locked_placeholder.h"
-#include "presentation/pin_problem.h"
 #include "support/rendering.h"
 
 namespace tessary::presentation {
@@ -36,15 +35,6 @@ TEST(LockedPlaceholder, HidesTheContentOnlyFromAPlaceholder) {
         const views::Environment locked{.redaction = {true, privacy}};
         EXPECT_EQ(textAt(rendered(guarded, smallCard, locked), 2).text, "Hidden while locked");
     }
-}
-
-TEST(PinProblem, TakesNoSpaceWhereThereIsNone) {
-    const auto stack = [](std::vector<View> children) {
-        return rendered(VStack(views::Alignment::leading, 6, std::move(children)));
-    };
-    const View text = views::Text("text");
-    EXPECT_EQ(stack({text, PinProblem{}, text}), stack({text, text}));
-    EXPECT_NE(stack({text, PinProblem{.error = ""}, text}), stack({text, text}));
 }
 
 }  // namespace
