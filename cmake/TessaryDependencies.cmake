@@ -7,7 +7,7 @@ pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo cairo-ft cairo-pdf)
 pkg_check_modules(PIXMAN REQUIRED IMPORTED_TARGET pixman-1 libpng zlib freetype2)
 pkg_check_modules(DEFLATE REQUIRED IMPORTED_TARGET libdeflate)
 if(TESSARY_DESKTOP)
-  pkg_check_modules(GLIB REQUIRED IMPORTED_TARGET gio-unix-2.0 json-glib-1.0)
+  pkg_check_modules(GLIB REQUIRED IMPORTED_TARGET gio-unix-2.0)
   pkg_check_modules(GTK REQUIRED IMPORTED_TARGET gtk+-3.0 gtk-layer-shell-0)
   # -pthread, which glibc no longer needs, would keep the tests from the headers compiled for all.
   set_property(TARGET PkgConfig::GLIB PkgConfig::GTK PROPERTY INTERFACE_COMPILE_OPTIONS "")

@@ -43,10 +43,9 @@ int statusOf(const foundation::Result<void>& result) {
 
 int print(const std::string& text) { return statusOf(system::writeStandardOutput(text)); }
 
-std::string listAsJSON() {
-    JSONWriter json{JSONWriter::Style::indented};
-    json.object([&] { extension::describeBundle(json); });
-    return std::move(json).text() + "\n";
+template <class Record>
+std::string asJSON(const Record& record) {
+    return foundation::toJSON(record, JSONWriter::Style::indented) + "\n";
 }
 
 std::string listAsText(const std::vector<WidgetConfiguration>& widgets) {
@@ -77,7 +76,7 @@ std::string timelineAsJSON(const std::string& kind, widgets::Request request,
                 });
             }
         });
-        extension::describePolicy(json, timeline);
+        json.member("policy", extension::policyOf(timeline));
     });
     return std::move(json).text() + "\n";
 }
@@ -113,16 +112,16 @@ std::string entitiesAsText(const std::vector<intents::AppEntity>& entities) {
 
 std::string pinsAsJSON(const intents::WidgetConfigurationIntent& intent,
                        const std::vector<std::string>& ids) {
-    JSONWriter json{JSONWriter::Style::indented};
-    json.object([&] { extension::describePins(json, intent, ids); });
-    return std::move(json).text() + "\n";
+    return ids.empty() ? asJSON(extension::suggestions(intent))
+                       : asJSON(extension::entities(intent, ids));
 }
 
 struct Runner {
     int operator()(const Information& information) const { return print(information.text); }
 
     int operator()(const ListCommand& command) const {
-        return print(command.json ? listAsJSON() : listAsText(shell::TessaryWidgets{}.body()));
+        return print(command.json ? asJSON(extension::bundleList())
+                                  : listAsText(shell::TessaryWidgets{}.body()));
     }
 
     int operator()(const ServeCommand& command) const {

@@ -21,6 +21,8 @@ namespace tessary::desktop {
 using namespace glib;
 using namespace places;
 using namespace windows;
+using foundation::Fault;
+using foundation::Result;
 
 namespace {
 
@@ -35,35 +37,30 @@ std::string defaultContainer() {
         .get();
 }
 
+Folders foldersOf(const Command& command) {
+    return {command.container.empty() ? defaultContainer() : command.container, command.info};
+}
+
 /// The instance that calls reach.
 class Instance {
 public:
+    using Done = std::function<void(const Outcome&)>;
+
     explicit Instance(GApplication* application) : application_{application} {}
 
-    Outcome carry(const Command& command) try {
-        if (live_ && !command.container.empty() && command.container != live_->folders().container)
-            return {.status = 1,
-                    .complaint = "the desktop that runs shows " + live_->folders().container +
-                                 ", --quit ends it"};
-        switch (command.action) {
-            case Action::start: return start(command);
-            case Action::gallery: return openGallery(command);
-            case Action::openEditor:
-                return withWidget(command, [&] { live_->desktop().openEditor(command.number); });
-            case Action::openLink:
-                return withWidget(command, [&] { live_->desktop().openLink(command.number); });
-            case Action::reload: return tell([this] { live_->desktop().reload(); });
-            case Action::quit: return tell([this] { quit(); });
-            case Action::list:
-            case Action::add:
-            case Action::remove:
-            case Action::edit: return change(command);
-            case Action::help:
-            case Action::version: break;  // answered by the caller itself
-        }
-        return {};
-    } catch (const std::exception& problem) {
-        return {.status = 1, .complaint = problem.what()};
+    /// Does it, perhaps only once the extension has told of its widgets.
+    void carry(const Command& command, const Done& done) {
+        if (!needsKinds(command) || (live_ && !live_->desktop().kinds().empty()))
+            return done(carryOutSafely(command, live_ ? live_->desktop().kinds() : Kinds{}));
+        g_application_hold(application_);
+        const auto extension = std::make_shared<client::ExtensionProcess>(
+            client::extensionCommand(options(live_ ? live_->folders() : foldersOf(command))),
+            client::Patience{.tries = 1});
+        extension->ask({.request = "list"}, [this, command, done, extension](const auto& reply) {
+            done(reply.error ? Outcome{.status = 1, .complaint = *reply.error}
+                             : carryOutSafely(command, reply.kinds));
+            g_application_release(application_);
+        });
     }
 
     void quit() {
@@ -72,62 +69,101 @@ public:
     }
 
 private:
-    Outcome start(const Command& command) {
-        if (live_) return {};
-        if (!openDisplay())
-            return {.status = 1, .complaint = "there is no display to show widgets on"};
-        const auto widgets = loadWidgets(stateFile());
-        auto container = command.container.empty() ? defaultContainer() : command.container;
+    Outcome carryOutSafely(const Command& command, const Kinds& kinds) try {
+        auto result = carryOut(command, kinds);
+        if (!result) return {.status = 1, .complaint = result.fault().message()};
+        return *std::move(result);
+    } catch (const std::exception& problem) {
+        return {.status = 1, .complaint = problem.what()};
+    }
+
+    Result<Outcome> carryOut(const Command& command, const Kinds& kinds) {
+        if (live_ && !command.container.empty() && command.container != live_->folders().container)
+            return Fault{"the desktop that runs shows " + live_->folders().container +
+                         ", --quit ends it"};
+        switch (command.action) {
+            case Action::start: return start(command);
+            case Action::gallery:
+                return start(command).transform([this](const Outcome& outcome) {
+                    live_->desktop().openGallery();
+                    return outcome;
+                });
+            case Action::openEditor:
+                return withWidget(command, kinds,
+                                  [&] { live_->desktop().openEditor(command.number); });
+            case Action::openLink:
+                return withWidget(command, kinds,
+                                  [&] { live_->desktop().openLink(command.number); });
+            case Action::reload: return tell([this] { live_->desktop().reload(); });
+            case Action::quit: return tell([this] { quit(); });
+            case Action::list:
+            case Action::add:
+            case Action::remove:
+            case Action::edit: return change(command, kinds);
+            case Action::help:
+            case Action::version: break;  // answered by the caller itself
+        }
+        return Outcome{};
+    }
+
+    Result<Outcome> start(const Command& command) {
+        if (live_) return Outcome{};
+        if (!openDisplay()) return Fault{"there is no display to show widgets on"};
+        auto widgets = stateFile().andThen(loadWidgets);
+        if (!widgets) return widgets.fault();
         const auto chosen = [this](const Command& byUser) {
-            const auto outcome = carry(byUser);
-            if (outcome.status != 0) note(outcome.complaint);
+            carry(byUser, [](const Outcome& outcome) {
+                if (outcome.status != 0) note(outcome.complaint);
+            });
         };
-        live_ = std::make_unique<LiveDesktop>(Folders{std::move(container), command.info}, chosen);
+        live_ = std::make_unique<LiveDesktop>(foldersOf(command), chosen);
         g_application_hold(application_);
-        widgets_ = widgets;
-        settle();
-        live_->desktop().show(widgets_);
-        return {};
+        return settled(*widgets).andThen([this]() -> Result<Outcome> {
+            live_->desktop().show(widgets_);
+            return Outcome{};
+        });
     }
 
     /// Widgets that were added without a screen get their monitor.
-    void settle() {
+    Result<void> settled(std::vector<PlacedWidget> widgets) {
         const auto first = monitors().front().name;
-        const auto before = widgets_;
+        widgets_ = widgets;
         for (auto& [number, kind, family, pin, place] : widgets_)
             if (!place.monitor) place.monitor = first;
-        if (widgets_ != before) saveWidgets(stateFile(), widgets_);
+        return widgets_ == widgets ? Result<void>{} : saved(widgets_);
     }
 
     template <class Do>
-    Outcome tell(Do what) {
-        if (!live_) return {.status = 1, .complaint = "no desktop runs"};
+    Result<Outcome> tell(Do what) {
+        if (!live_) return Fault{"no desktop runs"};
         what();
-        return {};
-    }
-
-    Outcome openGallery(const Command& command) {
-        auto outcome = start(command);
-        if (live_) live_->desktop().openGallery();
-        return outcome;
+        return Outcome{};
     }
 
     template <class Do>
-    Outcome withWidget(const Command& command, Do what) {
+    Result<Outcome> withWidget(const Command& command, const Kinds& kinds, Do what) {
         if (!live_) return tell([] {});
-        auto outcome = carryOut(command, widgets_, supposed);
+        auto outcome = desktop::carryOut(command, widgets_, supposed, kinds);
         if (outcome.status == 0) what();
         return outcome;
     }
 
-    Outcome change(const Command& command) {
-        auto widgets = live_ ? widgets_ : loadWidgets(stateFile());
+    Result<Outcome> change(const Command& command, const Kinds& kinds) {
+        auto loaded = live_ ? Result{widgets_} : stateFile().andThen(loadWidgets);
+        if (!loaded) return loaded.fault();
+        auto& widgets = *loaded;
         const auto before = widgets;
-        auto outcome = carryOut(command, widgets, live_ ? monitors() : supposed);
+        auto outcome = desktop::carryOut(command, widgets, live_ ? monitors() : supposed, kinds);
         if (widgets == before) return outcome;
-        saveWidgets(stateFile(), widgets);
-        if (live_) live_->desktop().show(widgets_ = widgets);
-        return outcome;
+        return saved(widgets).andThen([&]() -> Result<Outcome> {
+            if (live_) live_->desktop().show(widgets_ = widgets);
+            return outcome;
+        });
+    }
+
+    static Result<void> saved(const std::vector<PlacedWidget>& widgets) {
+        const auto file = stateFile();
+        return file ? saveWidgets(*file, widgets) : file.fault();
     }
 
     GApplication* application_;
@@ -135,27 +171,41 @@ private:
     std::unique_ptr<LiveDesktop> live_{};
 };
 
-int answerCall(Instance& instance, GApplicationCommandLine* line) {
-    int count{};
-    char** const words = g_application_command_line_get_arguments(line, &count);
-    const char* folder = g_application_command_line_get_cwd(line);
-    const auto call = parseCall({words + 1, words + count}, folder ? folder : "/");
-    g_strfreev(words);
-    const auto outcome = call ? instance.carry(*call) : Outcome{2, "", call.fault().message()};
+/// Tells the caller, and lets it go.
+void answer(GApplicationCommandLine* line, const Outcome& outcome) {
     if (!outcome.output.empty())
         g_application_command_line_print(line, "%s", outcome.output.c_str());
     if (!outcome.complaint.empty())
         g_application_command_line_printerr(line, "tessary-widgets-desktop: %s\n",
                                             outcome.complaint.c_str());
-    return outcome.status;
+    g_application_command_line_set_exit_status(line, outcome.status);
+}
+
+void answerCall(Instance& instance, GApplicationCommandLine* line, int& ownStatus) {
+    int count{};
+    char** const words = g_application_command_line_get_arguments(line, &count);
+    const char* folder = g_application_command_line_get_cwd(line);
+    const auto call = parseCall({words + 1, words + count}, folder ? folder : "/");
+    g_strfreev(words);
+    const std::shared_ptr<GApplicationCommandLine> kept{
+        static_cast<GApplicationCommandLine*>(g_object_ref(line)), g_object_unref};
+    const auto done = [kept, &ownStatus](const Outcome& outcome) {
+        answer(kept.get(), outcome);
+        if (!g_application_command_line_get_is_remote(kept.get())) ownStatus = outcome.status;
+    };
+    if (!call) return done({2, "", call.fault().message()});
+    instance.carry(*call, done);
 }
 
 int runApplication(const std::vector<std::string>& words) {
     const Object<GApplication> application{
         g_application_new(applicationId, G_APPLICATION_HANDLES_COMMAND_LINE)};
     Instance instance{application.get()};
-    connect(application.get(), "command-line",
-            [&instance](GApplicationCommandLine* line) { return answerCall(instance, line); });
+    int status{};  // of the call that started this, which the main loop forgets
+    connect(application.get(), "command-line", [&](GApplicationCommandLine* line) {
+        answerCall(instance, line, status);
+        return g_application_command_line_get_exit_status(line);
+    });
     const auto end = [](gpointer self) -> gboolean {
         static_cast<Instance*>(self)->quit();
         return G_SOURCE_CONTINUE;
@@ -164,8 +214,9 @@ int runApplication(const std::vector<std::string>& words) {
     std::vector<const char*> all{"tessary-widgets-desktop"};
     for (const auto& word : words) all.push_back(word.c_str());
     all.push_back(nullptr);
-    return g_application_run(application.get(), static_cast<int>(words.size()) + 1,
-                             const_cast<char**>(all.data()));
+    const int told = g_application_run(application.get(), static_cast<int>(words.size()) + 1,
+                                       const_cast<char**>(all.data()));
+    return told != 0 ? told : status;
 }
 
 }  // namespace

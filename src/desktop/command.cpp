@@ -23,13 +23,13 @@ namespace option {
 
 constexpr Option list{"list", "", "Print the widgets on the desktop"};
 constexpr Option json{"json", "", "With --list: print them as JSON"};
-constexpr Option add{"add", "WIDGET", "Add a widget: alarms, alarm or metric"};
+constexpr Option add{"add", "WIDGET", "Add a widget, one that tessary-widgets list names"};
 constexpr Option edit{"edit", "N",
                       "Change widget N: its --pin, --family or --position; without, choose a pin"};
 constexpr Option open{"open", "N", "Open the link of widget N, as a click does"};
 constexpr Option remove{"remove", "N", "Remove widget N"};
-constexpr Option family{"family", "FAMILY", "The size: small or medium"};
-constexpr Option pin{"pin", "ID", "The alarm or metric to show"};
+constexpr Option family{"family", "FAMILY", "The size, one of the widget's"};
+constexpr Option pin{"pin", "ID", "What it is to show of what its editor offers"};
 constexpr Option position{"position", "X,Y",
                           "Points from the left and the top, -X,-Y from the right and below"};
 constexpr Option gallery{"gallery", "", "Choose widgets to add in a window"};
@@ -82,15 +82,6 @@ void refuseStrayOptions(Reader& read, Action action) {
     needs(option::pin, edits, "--add or --edit");
 }
 
-/// What widgets and sizes there are is for whoever knows the widgets to say.
-void understandWidget(Reader& read, Command& command) {
-    const auto kind = read(option::add, kindNamed, "one of alarms, alarm, metric");
-    if (kind && read.words.has(option::pin) && !takesPin(*kind))
-        read.refuse("--pin: expected a widget that shows a pin, alarm or metric");
-    command.kind = kind.value_or("");
-    command.family = read(option::family, familyNamed, "one of small, medium");
-}
-
 int widgetNumber(Reader& read) {
     int number{};
     for (const auto& option : {option::remove, option::open, option::edit})
@@ -105,7 +96,8 @@ Command understand(Reader& read, const std::string& folder) {
         read.refuse("call: '" + words.operands[0] + "' is not an option that --help names");
     Command command{.action = actionOf(read), .json = words.has(option::json)};
     refuseStrayOptions(read, command.action);
-    understandWidget(read, command);
+    command.widget = words.value(option::add).value_or("");
+    command.family = words.value(option::family);
     command.pin = words.value(option::pin);
     if (command.pin && !foundation::isUTF8(*command.pin))
         read.refuse(option::pin, Text{g_utf8_make_valid(command.pin->c_str(), -1)}.get(), "UTF-8");
@@ -123,22 +115,33 @@ Command understand(Reader& read, const std::string& folder) {
     return command;
 }
 
-std::string listed(const std::vector<PlacedWidget>& widgets) {
+std::string listed(const std::vector<PlacedWidget>& widgets, const Kinds& kinds) {
     std::string lines;
     for (const auto& [number, kind, family, pin, place] : widgets)
-        lines += std::to_string(number) + "  " + shortName(kind) + "  " + nameOf(family) + "  " +
+        lines += std::to_string(number) + "  " + nameOf(kind, kinds) + "  " + family.name + "  " +
                  describe(place) + (pin ? "  " + *pin : "") + "\n";
     return lines;
 }
 
+Outcome unknown(const std::string& option, const std::string& word, const std::string& known) {
+    return {.status = 2, .complaint = option + ": '" + word + "' is not one of " + known};
+}
+
 Outcome add(const Command& command, std::vector<PlacedWidget>& widgets,
-            const std::vector<Monitor>& monitors) {
+            const std::vector<Monitor>& monitors, const Kinds& kinds) {
+    const auto kind = kindNamed(kinds, command.widget);
+    if (!kind) return unknown("--add", command.widget, knownKinds(kinds));
+    if (command.pin && !kind->takesPin)
+        return {.status = 2,
+                .complaint = "--pin: expected a widget that shows a pin, one of " +
+                             knownKinds(takingPins(kinds))};
+    const auto family = familyNamed(*kind, command.family.value_or(kind->sizes.front().name));
+    if (!family) return unknown("--family", *command.family, knownFamilies(*kind));
     int number = 1;
     for (const auto& widget : widgets) number = std::max(number, widget.number + 1);
-    const auto family = command.family.value_or(Family::small);
-    auto place = command.place ? *command.place : freePlace(widgets, family, monitors);
+    auto place = command.place ? *command.place : freePlace(widgets, family->size, monitors);
     if (!place.monitor) place.monitor = monitors.front().name;
-    widgets.push_back({number, command.kind, family, command.pin, place});
+    widgets.push_back({number, kind->kind, *family, command.pin, place});
     return {.output = std::to_string(number) + "\n"};
 }
 
@@ -146,6 +149,22 @@ Outcome add(const Command& command, std::vector<PlacedWidget>& widgets,
 void move(PlacedWidget& widget, Place place) {
     if (!place.monitor) place.monitor = widget.place.monitor;
     widget.place = place;
+}
+
+Outcome edit(const Command& command, PlacedWidget& widget, const Kind* kind) {
+    const bool isOfPin = command.pin || command.action == Action::openEditor;
+    if (isOfPin && (!kind || !kind->takesPin))
+        return {.status = 1,
+                .complaint = "widget " + std::to_string(widget.number) + " shows no pin"};
+    if (command.family) {
+        if (!kind) return {.status = 1, .complaint = "there is no widget '" + widget.kind + "'"};
+        const auto family = familyNamed(*kind, *command.family);
+        if (!family) return unknown("--family", *command.family, knownFamilies(*kind));
+        widget.family = *family;
+    }
+    if (command.pin) widget.pin = command.pin;
+    if (command.place) move(widget, *command.place);
+    return {};
 }
 
 }  // namespace
@@ -160,11 +179,16 @@ Result<Command> parseCall(const std::vector<std::string>& call, const std::strin
 
 std::string helpText() { return system::help(program, program.self); }
 
+bool needsKinds(const Command& command) {
+    return command.action == Action::add || command.action == Action::openEditor ||
+           (command.action == Action::edit && (command.pin || command.family));
+}
+
 Outcome carryOut(const Command& command, std::vector<PlacedWidget>& widgets,
-                 const std::vector<Monitor>& monitors) {
+                 const std::vector<Monitor>& monitors, const Kinds& kinds) {
     if (command.action == Action::list)
-        return {.output = command.json ? encodeWidgets(widgets) : listed(widgets)};
-    if (command.action == Action::add) return add(command, widgets, monitors);
+        return {.output = command.json ? encodeWidgets(widgets) : listed(widgets, kinds)};
+    if (command.action == Action::add) return add(command, widgets, monitors, kinds);
     const auto it = std::ranges::find(widgets, command.number, &PlacedWidget::number);
     if (it == widgets.end())
         return {.status = 1, .complaint = "there is no widget " + std::to_string(command.number)};
@@ -172,14 +196,7 @@ Outcome carryOut(const Command& command, std::vector<PlacedWidget>& widgets,
         widgets.erase(it);
         return {};
     }
-    const bool isOfPin = command.pin || command.action == Action::openEditor;
-    if (isOfPin && !takesPin(it->kind))
-        return {.status = 1,
-                .complaint = "widget " + std::to_string(command.number) + " shows no pin"};
-    if (command.pin) it->pin = command.pin;
-    if (command.place) move(*it, *command.place);
-    it->family = command.family.value_or(it->family);
-    return {};
+    return edit(command, *it, kindNamed(kinds, it->kind));
 }
 
 }  // namespace tessary::desktop

@@ -72,15 +72,14 @@ void Desktop::show(const std::vector<PlacedWidget>& widgets) {
         return std::ranges::find(widgets, shown.first, &PlacedWidget::number) == widgets.end();
     });
     ground_.dialogs.keep(widgets);
-    if (names_.empty() && !widgets.empty()) askNames();
+    if (kinds_.empty() && !widgets.empty()) askKinds();
     for (const auto& widget : widgets) {
         auto& shown = shown_[widget.number];
         const bool isNew = !shown;
         if (isNew) shown = open(widget);
         const auto before = std::exchange(shown->placed, widget);
         if (before == widget) continue;
-        const auto name = names_.find(widget.kind);
-        shown->card->setName(name == names_.end() ? shortName(widget.kind) : name->second);
+        if (isNew) tellKind(*shown);
         if (isNew || !looksTheSame(before, widget)) {
             ask(shown);
             keepDefault(shown);
@@ -96,17 +95,17 @@ std::shared_ptr<Desktop::Shown> Desktop::open(const PlacedWidget& widget) {
         chosen_(command);
     };
     auto shown = std::make_shared<Shown>();
-    Card::Events events{
+    shown->card = ground_.openCard({
         .scaleChanged = [this, number] { ask(shown_.at(number)); },
         .closed = [this] { arrange(); },
         .moved = [choose](auto& place) { choose({.action = Action::edit, .place = place}); },
-        .familyChosen = [choose](auto size) { choose({.action = Action::edit, .family = size}); },
+        .familyChosen =
+            [choose](auto& family) { choose({.action = Action::edit, .family = family.name}); },
+        .editChosen = [this, number] { openEditor(number); },
         .removeChosen = [choose] { choose({.action = Action::remove}); },
         .addChosen = [this] { openGallery(); },
         .quitChosen = [choose] { choose({.action = Action::quit}); },
-    };
-    if (takesPin(widget.kind)) events.editChosen = [this, number] { openEditor(number); };
-    shown->card = ground_.openCard(std::move(events));
+    });
     return shown;
 }
 
@@ -137,8 +136,9 @@ void Desktop::reload() {
 
 void Desktop::openEditor(int number) {
     const auto it = shown_.find(number);
-    if (it != shown_.end() && takesPin(it->second->placed.kind))
-        ground_.dialogs.openEditor(it->second->placed);
+    if (it == shown_.end()) return;
+    const auto kind = kindNamed(kinds_, it->second->placed.kind);
+    if (kind && kind->takesPin) ground_.dialogs.openEditor(it->second->placed);
 }
 
 void Desktop::openLink(int number) const {
@@ -146,13 +146,31 @@ void Desktop::openLink(int number) const {
     if (it != shown_.end()) it->second->card->openLink();
 }
 
-void Desktop::askNames() {
-    ground_.extension.ask({.request = "list"}, [this](const Reply& reply) {
-        for (const auto& widget : reply.kinds) names_[widget.kind] = widget.displayName;
-        for (const auto& [number, shown] : shown_)
-            if (names_.contains(shown->placed.kind))
-                shown->card->setName(names_[shown->placed.kind]);
-    });
+void Desktop::askKinds() {
+    ground_.extension.ask({.request = "list"}, [this](const Reply& reply) { learn(reply.kinds); });
+}
+
+/// Of the sizes, those that are others than the widgets were placed with become theirs.
+void Desktop::learn(Kinds kinds) {
+    kinds_ = std::move(kinds);
+    std::vector<Command> grown;
+    for (const auto& [number, shown] : shown_) {
+        tellKind(*shown);
+        keepDefault(shown);
+        const auto& [name, size] = shown->placed.family;
+        const auto kind = kindNamed(kinds_, shown->placed.kind);
+        const auto family = kind ? familyNamed(*kind, name) : std::nullopt;
+        if (family && family->size != size)
+            grown.push_back({.action = Action::edit, .number = number, .family = name});
+    }
+    for (const auto& command : grown) chosen_(command);
+}
+
+/// Before the list has come, a widget has the name that its kind suggests, and one size.
+void Desktop::tellKind(Shown& shown) const {
+    const auto& word = shown.placed.kind;
+    const auto kind = kindNamed(kinds_, word);
+    shown.card->setKind(kind ? *kind : Kind{.kind = word, .displayName = shortName(word)});
 }
 
 /// Asks once at a time: what changes while an answer is under way makes that one stale.
@@ -166,7 +184,7 @@ void Desktop::ask(const std::shared_ptr<Shown>& shown) {
     const Request request{.request = "timeline",
                           .widget = placed.kind,
                           .pin = placed.pin,
-                          .family = nameOf(placed.family),
+                          .family = placed.family.name,
                           .scale = shown->card->scale(),
                           .redacted = redacted_};
     ground_.extension.ask(request, [this, asked = std::weak_ptr{shown}](const Reply& reply) {
@@ -178,7 +196,8 @@ void Desktop::ask(const std::shared_ptr<Shown>& shown) {
 /// none yet, the files' next change may bring one.
 void Desktop::keepDefault(const std::shared_ptr<Shown>& shown) {
     const auto& placed = shown->placed;
-    if (placed.pin || !takesPin(placed.kind) || std::exchange(shown->asksDefault, true)) return;
+    const auto kind = kindNamed(kinds_, placed.kind);
+    if (placed.pin || !kind || !kind->takesPin || std::exchange(shown->asksDefault, true)) return;
     const auto answer = [this, asked = std::weak_ptr{shown}](const Reply& reply) {
         const auto still = asked.lock();
         if (!still) return;

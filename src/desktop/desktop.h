@@ -59,6 +59,9 @@ public:
     /// Opens the window in which widgets are added.
     void openGallery() { ground_.dialogs.openGallery(); }
 
+    /// What the extension has listed; none before its answer.
+    const places::Kinds& kinds() const { return kinds_; }
+
     /// Opens the window in which that widget's pin is chosen; nothing where there is no such widget
     /// or it shows no pin.
     void openEditor(int number);
@@ -70,7 +73,9 @@ private:
     struct Shown;
 
     std::shared_ptr<Shown> open(const places::PlacedWidget& widget);
-    void askNames();
+    void askKinds();
+    void learn(places::Kinds kinds);
+    void tellKind(Shown& shown) const;
     void arrange();
     void ask(const std::shared_ptr<Shown>& shown);
     void keepDefault(const std::shared_ptr<Shown>& shown);
@@ -80,7 +85,7 @@ private:
     Ground ground_;
     std::function<void(const Command&)> chosen_;
     std::map<int, std::shared_ptr<Shown>> shown_{};  ///< by number
-    std::map<std::string, std::string> names_{};     ///< by kind
+    places::Kinds kinds_{};
     bool redacted_{};
 };
 

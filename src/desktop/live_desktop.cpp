@@ -12,15 +12,9 @@ namespace {
 // What the extension goes by from its start to its end, unless TZ names another zone.
 constexpr const char* zoneFile = "/etc/localtime";
 
-std::vector<std::string> options(const Folders& folders) {
-    std::vector<std::string> words{"--container", folders.container};
-    if (!folders.info.empty()) words.insert(words.end(), {"--info", folders.info});
-    return words;
-}
-
 dialogs::Dialogs::Events commands(const std::function<void(const Command&)>& chosen) {
-    const auto add = [chosen](const std::string& kind, places::Family family) {
-        chosen({.action = Action::add, .kind = kind, .family = family});
+    const auto add = [chosen](const std::string& kind, const places::Family& family) {
+        chosen({.action = Action::add, .widget = kind, .family = family.name});
     };
     const auto edit = [chosen](int number, const std::string& pin) {
         chosen({.action = Action::edit, .number = number, .pin = pin});
@@ -29,6 +23,12 @@ dialogs::Dialogs::Events commands(const std::function<void(const Command&)>& cho
 }
 
 }  // namespace
+
+std::vector<std::string> options(const Folders& folders) {
+    std::vector<std::string> words{"--container", folders.container};
+    if (!folders.info.empty()) words.insert(words.end(), {"--info", folders.info});
+    return words;
+}
 
 LiveDesktop::LiveDesktop(Folders folders, std::function<void(const Command&)> chosen)
     : folders_{std::move(folders)},

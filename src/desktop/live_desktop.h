@@ -25,6 +25,9 @@ struct Folders {
     std::string info{};  ///< the information dictionary; empty: the extension's own
 };
 
+/// What the extension is started with.
+std::vector<std::string> options(const Folders& folders);
+
 class LiveDesktop {
 public:
     /// `chosen` is called for what a user chooses in a window. Needs an open display. Throws

@@ -1,24 +1,23 @@
-// What the bundle answers, as JSON: the members that the command and the process both print.
+// What the bundle answers, as the records that the command and the process both print.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "platform/foundation/json_writing.h"
 #include "platform/intents/entity.h"
 #include "platform/widgets/widget_configuration.h"
+#include "protocol/replies.h"
 
 namespace tessary::extension {
 
-/// Into an open object: "bundle", and "widgets" in the bundle's order.
-void describeBundle(foundation::JSONWriter& json);
+/// The widgets in the bundle's order.
+protocol::List bundleList();
 
-/// Into an open object: "type", and "default" and "suggested", or the "entities" of `ids` where
-/// there are any.
-void describePins(foundation::JSONWriter& json, const intents::WidgetConfigurationIntent& intent,
-                  const std::vector<std::string>& ids);
+protocol::Suggestions suggestions(const intents::WidgetConfigurationIntent& intent);
+protocol::Entities entities(const intents::WidgetConfigurationIntent& intent,
+                            const std::vector<std::string>& ids);
 
-/// Into an open object: "policy".
-void describePolicy(foundation::JSONWriter& json, const widgets::WidgetTimeline& timeline);
+std::optional<protocol::Policy> policyOf(const widgets::WidgetTimeline& timeline);
 
 }  // namespace tessary::extension

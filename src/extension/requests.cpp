@@ -1,194 +1,126 @@
 #include "extension/requests.h"
 
-#include <cstdint>
 #include <exception>
 #include <optional>
 #include <utility>
-#include <variant>
 #include <vector>
 
 #include "extension/descriptions.h"
 #include "extension/widget_lookup.h"
 #include "platform/drawing/text_painter.h"
-#include "platform/foundation/base64.h"
-#include "platform/foundation/json_decoding.h"
 #include "platform/foundation/json_writing.h"
-
-namespace tessary::extension {
-
-/// A request's name for itself, which its reply repeats.
-struct NumberedLine {
-    std::optional<std::int64_t> id{};
-};
-struct NamedLine {
-    std::optional<std::string> id{};
-};
-
-/// What a request may hold; which of it counts depends on `request`.
-struct RequestLine {
-    std::string request{};
-    std::optional<std::string> widget{};
-    std::optional<std::string> pin{};
-    std::optional<bool> noPin{};
-    std::optional<std::vector<std::string>> ids{};
-    std::optional<std::string> family{};
-    std::optional<double> scale{};
-    std::optional<bool> preview{};
-    std::optional<bool> redacted{};
-    std::optional<std::string> format{};
-    std::optional<std::string> locale{};
-    std::optional<std::string> timeZone{};
-};
-
-}  // namespace tessary::extension
-
-namespace tessary::foundation {
-
-template <>
-inline constexpr auto fieldsOf<extension::NumberedLine> =
-    std::tuple{Field{"id", &extension::NumberedLine::id}};
-template <>
-inline constexpr auto fieldsOf<extension::NamedLine> =
-    std::tuple{Field{"id", &extension::NamedLine::id}};
-template <>
-inline constexpr auto fieldsOf<extension::RequestLine> = std::tuple{
-    Field{"request", &extension::RequestLine::request},
-    Field{"widget", &extension::RequestLine::widget},
-    Field{"pin", &extension::RequestLine::pin},
-    Field{"noPin", &extension::RequestLine::noPin},
-    Field{"ids", &extension::RequestLine::ids},
-    Field{"family", &extension::RequestLine::family},
-    Field{"scale", &extension::RequestLine::scale},
-    Field{"preview", &extension::RequestLine::preview},
-    Field{"redacted", &extension::RequestLine::redacted},
-    Field{"format", &extension::RequestLine::format},
-    Field{"locale", &extension::RequestLine::locale},
-    Field{"timeZone", &extension::RequestLine::timeZone},
-};
-
-}  // namespace tessary::foundation
+#include "protocol/replies.h"
+#include "protocol/request.h"
 
 namespace tessary::extension {
 
 using foundation::decodeJSON;
+using foundation::Fault;
 using foundation::JSONWriter;
+using foundation::name;
+using foundation::Result;
+using foundation::toJSON;
 using locale::UserLocale;
+using protocol::Failure;
+using protocol::Identifier;
+using protocol::Reply;
 using widgets::WidgetConfiguration;
 using widgets::WidgetEntry;
-using widgets::WidgetTimeline;
 
 namespace {
 
-using Identifier = std::variant<std::monostate, std::int64_t, std::string>;
-
-/// Thrown inside this file for a request that cannot be answered; leaves it as an error.
-struct BadRequest {
-    std::string what{};
-};
-
-Identifier identifier(std::string_view line) {
-    if (const auto numbered = decodeJSON<NumberedLine>(line)) {
-        if (const auto id = numbered.value().id) return *id;
-        return std::monostate{};
-    }
-    const auto named = decodeJSON<NamedLine>(line);
-    if (named) return *named.value().id;
-    const auto& fault = named.fault();
-    throw BadRequest{fault.path == "/id"
-                         ? "/id: expected a 64-bit integer or a text, found " + fault.found
-                         : fault.message()};
-}
-
-RequestLine decoded(std::string_view line) {
-    auto request = decodeJSON<RequestLine>(line);
-    if (!request) throw BadRequest{request.fault().message()};
-    return std::move(request).value();
-}
-
-std::string notKnown(const std::string& member, const std::string& word, const std::string& known) {
-    return member + ": '" + word + "' is not one of " + known;
+Fault notKnown(const std::string& member, const std::string& word, const std::string& known) {
+    return {member + ": '" + word + "' is not one of " + known};
 }
 
 template <class Case>
-Case parsed(const std::string& member, const std::optional<std::string>& word, Case otherwise) {
+Result<Case> parsed(const std::string& member, const std::optional<std::string>& word,
+                    Case otherwise) {
     if (!word) return otherwise;
-    const auto value = foundation::parse<Case>(*word);
-    if (!value) throw BadRequest{notKnown(member, *word, foundation::knownNames<Case>())};
-    return *value;
+    if (const auto value = foundation::parse<Case>(*word)) return *value;
+    return notKnown(member, *word, foundation::knownNames<Case>());
 }
 
 /// A word as the option of the same name takes it.
 template <class Parse>
-void set(std::string& value, const std::string& member, const std::optional<std::string>& word,
-         Parse parse, const std::string& expected) {
-    if (!word) return;
-    auto parsed = parse(*word);
-    if (!parsed) throw BadRequest{member + ": '" + *word + "' is not " + expected};
-    value = *std::move(parsed);
+Result<std::string> parsed(const std::string& member, const std::optional<std::string>& word,
+                           std::string otherwise, Parse parse, const std::string& expected) {
+    if (!word) return otherwise;
+    if (auto value = parse(*word)) return *std::move(value);
+    return Fault{member + ": '" + *word + "' is not " + expected};
 }
 
-PictureOptions pictureOptions(const RequestLine& request, const UserLocale& locale) {
-    PictureOptions options{.locale = locale};
-    set(options.locale.identifier, "locale", request.locale, UserLocale::parseIdentifier,
-        "a locale such as en_US or de_DE");
-    set(options.locale.timeZone, "timeZone", request.timeZone, UserLocale::parseTimeZone,
-        "a time zone such as UTC or Europe/Berlin");
-    options.family = parsed("family", request.family, options.family);
-    options.format = parsed("format", request.format, options.format);
+Result<UserLocale> localeOf(const protocol::Request& request, const UserLocale& users) {
+    auto identifier = parsed("locale", request.locale, users.identifier,
+                             UserLocale::parseIdentifier, "a locale such as en_US or de_DE");
+    if (!identifier) return identifier.fault();
+    auto zone = parsed("timeZone", request.timeZone, users.timeZone, UserLocale::parseTimeZone,
+                       "a time zone such as UTC or Europe/Berlin");
+    if (!zone) return zone.fault();
+    UserLocale locale = users;
+    locale.identifier = *std::move(identifier);
+    locale.timeZone = *std::move(zone);
+    return locale;
+}
+
+Result<PictureOptions> pictureOptions(const protocol::Request& request, UserLocale locale) {
+    PictureOptions options{.locale = std::move(locale)};
+    const auto family = parsed("family", request.family, options.family);
+    if (!family) return family.fault();
+    const auto format = parsed("format", request.format, options.format);
+    if (!format) return format.fault();
+    options.family = *family;
+    options.format = *format;
     options.redacted = request.redacted.value_or(false);
     options.scale = request.scale.value_or(options.scale);
     if (options.scale < 1 || options.scale > 4)
-        throw BadRequest{"scale: expected a number of pixels per point from 1 to 4"};
+        return Fault{"scale: expected a number of pixels per point from 1 to 4"};
     return options;
 }
 
-WidgetConfiguration widgetOf(const RequestLine& request, const snapshot::Source& source) {
+/// What requests are answered from.
+struct Ground {
+    const snapshot::Source& source;
+    const UserLocale& locale;
+    Renderer& renderer;
+};
+
+Result<WidgetConfiguration> widgetOf(const protocol::Request& request, const Ground& ground) {
     if (!request.widget)
-        throw BadRequest{"widget: expected alarms, alarm, metric, or a kind identifier"};
-    auto widget = findWidget(*request.widget, source);
-    if (!widget)
-        throw BadRequest{notKnown("widget", *request.widget, "alarms, alarm, metric") +
-                         " or a kind identifier"};
-    return *std::move(widget);
+        return Fault{"widget: expected alarms, alarm, metric, or a kind identifier"};
+    if (auto widget = findWidget(*request.widget, ground.source)) return *std::move(widget);
+    return notKnown("widget", *request.widget, "alarms, alarm, metric or a kind identifier");
 }
 
-PinChoice pinChoice(const RequestLine& request) {
-    if (request.pin && request.noPin.value_or(false))
-        throw BadRequest{"pin and noPin: only one of them can hold"};
-    if (request.pin) return {PinChoice::Kind::identifier, *request.pin};
-    return request.noPin.value_or(false) ? PinChoice{PinChoice::Kind::none, {}} : PinChoice{};
+Result<PinChoice> pinChoice(const protocol::Request& request, const WidgetConfiguration& widget) {
+    const bool isNone = request.noPin.value_or(false);
+    if (request.pin && isNone) return Fault{"pin and noPin: only one of them can hold"};
+    if (!request.pin && !isNone) return PinChoice{};
+    if (!widget.intent) return Fault{"pin: '" + widget.kind + "' has none to be configured with"};
+    if (isNone) return PinChoice{PinChoice::Kind::none, {}};
+    return PinChoice{PinChoice::Kind::identifier, *request.pin};
 }
 
-WidgetTimeline asked(const WidgetConfiguration& widget, widgets::Request which,
-                     const RequestLine& request, const PictureOptions& options) {
-    const PinChoice choice = pinChoice(request);
-    if (!widget.intent && choice != PinChoice{})
-        throw BadRequest{"pin: '" + widget.kind + "' has none to be configured with"};
-    return widget.answer(
-        which, {options.family, request.preview.value_or(false), configured(widget, choice)});
-}
-
-/// Writes entries one after the other. Most minutes look like the one before; their picture is made
+/// Draws entries one after the other. Most minutes look like the one before; their picture is made
 /// once.
-class EntryWriter {
+class EntryArtist {
 public:
-    EntryWriter(JSONWriter& json, Renderer& renderer, const std::string& kind,
-                const PictureOptions& options)
-        : json_(json), renderer_(renderer), kind_(kind), options_(options) {}
+    EntryArtist(Renderer& renderer, const std::string& kind, const PictureOptions& options)
+        : renderer_(renderer), kind_(kind), options_(options) {}
 
-    void write(const WidgetEntry& entry) {
+    protocol::Entry drawn(const WidgetEntry& entry) {
         views::DisplayList list = renderer_.layOut(entry, options_);
         if (bearsItsDate() || list != list_) {
             list_ = std::move(list);
-            picture_ = foundation::base64(renderer_.paint(list_, kind_, entry.date, options_));
+            picture_ = renderer_.paint(list_, kind_, entry.date, options_);
         }
-        json_.object([&] {
-            json_.member("date", entry.date).key("display");
-            entry.describe(json_);
-            json_.member("url", list_.url);
-            json_.member("text", drawing::paintText(list_));
-            json_.member("picture", picture_);
-        });
+        return {
+            .date = entry.date.seconds,
+            .display = {[entry](JSONWriter& json) { entry.describe(json); }},
+            .url = list_.url,
+            .text = drawing::paintText(list_),
+            .picture = {picture_},
+        };
     }
 
 private:
@@ -196,7 +128,6 @@ private:
         return options_.format == PictureFormat::pdf || options_.format == PictureFormat::json;
     }
 
-    JSONWriter& json_;
     Renderer& renderer_;
     const std::string& kind_;
     const PictureOptions& options_;
@@ -204,16 +135,62 @@ private:
     std::string picture_{};
 };
 
-void describeChoices(JSONWriter& json, const RequestLine& request, const snapshot::Source& source) {
-    const WidgetConfiguration widget = widgetOf(request, source);
-    if (!widget.intent) throw BadRequest{notKnown("widget", *request.widget, "alarm, metric")};
-    describePins(json, *widget.intent, request.ids.value_or(std::vector<std::string>{}));
+Result<protocol::Timeline> timeline(const protocol::Request& request, widgets::Request which,
+                                    const Ground& ground) {
+    const auto widget = widgetOf(request, ground);
+    if (!widget) return widget.fault();
+    const auto options = localeOf(request, ground.locale).andThen([&](UserLocale locale) {
+        return pictureOptions(request, std::move(locale));
+    });
+    if (!options) return options.fault();
+    const auto choice = pinChoice(request, *widget);
+    if (!choice) return choice.fault();
+    const auto answer = widget->answer(
+        which, {options->family, request.preview.value_or(false), configured(*widget, *choice)});
+    protocol::Timeline result{
+        .kind = widget->kind,
+        .request = std::string{name(which)},
+        .family = std::string{name(options->family)},
+        .scale = options->scale,
+        .redacted = options->redacted,
+        .format = std::string{name(options->format)},
+        .policy = policyOf(answer),
+    };
+    EntryArtist artist{ground.renderer, widget->kind, *options};
+    for (const WidgetEntry& entry : answer.entries) result.entries.push_back(artist.drawn(entry));
+    return result;
 }
 
 std::string refusal(const Identifier& id, const std::string& error) {
-    JSONWriter json;
-    json.object([&] { json.member("id", id).member("error", error); });
-    return std::move(json).text();
+    return toJSON(Reply<Failure>{{error}, id});
+}
+
+template <class Content>
+std::string reply(const Identifier& id, Result<Content> content) {
+    if (!content) return refusal(id, content.fault().message());
+    return toJSON(Reply<Content>{*std::move(content), id});
+}
+
+std::string pinsReply(const Identifier& id, const protocol::Request& request,
+                      const Ground& ground) {
+    const auto widget = widgetOf(request, ground);
+    if (!widget) return refusal(id, widget.fault().message());
+    if (!widget->intent)
+        return refusal(id, notKnown("widget", *request.widget, "alarm, metric").message());
+    if (request.ids && !request.ids->empty())
+        return reply(id, Result{entities(*widget->intent, *request.ids)});
+    return reply(id, Result{suggestions(*widget->intent)});
+}
+
+std::string answerTo(const Identifier& id, std::string_view line, const Ground& ground) {
+    const auto request = decodeJSON<protocol::Request>(line);
+    if (!request) return refusal(id, request.fault().message());
+    if (request->request == "list") return reply(id, Result{bundleList()});
+    if (request->request == "pins") return pinsReply(id, *request, ground);
+    if (const auto which = foundation::parse<widgets::Request>(request->request))
+        return reply(id, timeline(*request, *which, ground));
+    const auto known = "list, pins, " + foundation::knownNames<widgets::Request>();
+    return refusal(id, notKnown("request", request->request, known).message());
 }
 
 }  // namespace
@@ -221,46 +198,13 @@ std::string refusal(const Identifier& id, const std::string& error) {
 std::string refusal(const std::string& error) { return refusal(Identifier{}, error); }
 
 std::string Extension::answer(std::string_view line) {
-    Identifier id;
+    const auto address = decodeJSON<protocol::Address>(line);
+    if (!address) return refusal(address.fault().message());
     try {
-        id = identifier(line);
-        const RequestLine request = decoded(line);
-        JSONWriter json;
-        json.object([&] {
-            json.member("id", id);
-            describe(json, request);
-        });
-        return std::move(json).text();
-    } catch (const BadRequest& bad) {
-        return refusal(id, bad.what);
-    } catch (const std::exception& error) {
-        return refusal(id, error.what());
+        return answerTo(address->id, line, {source_, locale_, renderer_});
+    } catch (const std::exception& error) {  // of a library that draws
+        return refusal(address->id, error.what());
     }
-}
-
-void Extension::describeEntries(JSONWriter& json, widgets::Request which,
-                                const RequestLine& request) {
-    const WidgetConfiguration widget = widgetOf(request, source_);
-    const PictureOptions options = pictureOptions(request, locale_);
-    const WidgetTimeline timeline = asked(widget, which, request, options);
-    json.member("kind", widget.kind).member("request", which);
-    json.member("family", options.family).member("scale", options.scale);
-    json.member("redacted", options.redacted).member("format", options.format);
-    json.key("entries").array([&] {
-        EntryWriter entries{json, renderer_, widget.kind, options};
-        for (const WidgetEntry& entry : timeline.entries) entries.write(entry);
-    });
-    describePolicy(json, timeline);
-}
-
-void Extension::describe(JSONWriter& json, const RequestLine& request) {
-    if (request.request == "list") return describeBundle(json);
-    if (request.request == "pins") return describeChoices(json, request, source_);
-    const auto which = foundation::parse<widgets::Request>(request.request);
-    if (!which)
-        throw BadRequest{notKnown("request", request.request,
-                                  "list, pins, " + foundation::knownNames<widgets::Request>())};
-    describeEntries(json, *which, request);
 }
 
 }  // namespace tessary::extension

@@ -17,8 +17,6 @@
 
 namespace tessary::extension {
 
-struct RequestLine;
-
 /// Answers one request after the other. Keeps nothing of a request but texts that it has set, and
 /// those only up to a limit.
 class Extension {
@@ -32,10 +30,6 @@ public:
     std::string answer(std::string_view line);
 
 private:
-    void describe(foundation::JSONWriter& json, const RequestLine& request);
-    void describeEntries(foundation::JSONWriter& json, widgets::Request which,
-                         const RequestLine& request);
-
     snapshot::Source source_;
     locale::UserLocale locale_;
     Renderer renderer_{};

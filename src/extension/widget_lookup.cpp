@@ -2,12 +2,7 @@
 
 namespace tessary::extension {
 
-namespace {
-
-/// What a kind is called for short: its last word.
 std::string_view shortName(std::string_view kind) { return kind.substr(kind.rfind('.') + 1); }
-
-}  // namespace
 
 std::optional<widgets::WidgetConfiguration> findWidget(std::string_view word,
                                                        const snapshot::Source& source) {

@@ -9,6 +9,9 @@
 
 namespace tessary::extension {
 
+/// What a kind is called for short, its last word: "alarms".
+std::string_view shortName(std::string_view kind);
+
 /// The widget of a kind identifier or a short name: "alarms", "alarm", "metric". None for another.
 std::optional<widgets::WidgetConfiguration> findWidget(std::string_view word,
                                                        const snapshot::Source& source);

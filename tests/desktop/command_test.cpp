@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "desktop/places/sample_kinds.h"
 #include "support/golden.h"
 
 namespace tessary::desktop {
@@ -15,7 +16,7 @@ TEST(Command, CarriesOutOneAfterTheOtherOrNamesTheWordAtFault) {
     expectTranscript("calls.txt", [&](const std::string& line) {
         const auto call = parseCall(words(line), "/");
         if (!call) return "fault: " + call.fault().message();
-        const auto outcome = carryOut(*call, widgets, {{.area = {1280, 720}}});
+        const auto outcome = carryOut(*call, widgets, {{.area = {1280, 720}}}, sampleKinds);
         return outcome.status == 0 ? outcome.output : "! " + outcome.complaint;
     });
     EXPECT_EQ(parseCall({"--add", "alarm", "--pin", "\xff"}, "/").fault().message(),

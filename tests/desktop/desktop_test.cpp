@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "desktop/client/fake_extension.h"
+#include "desktop/places/sample_kinds.h"
 #include "support/table.h"
 
 namespace tessary::desktop {
@@ -17,13 +18,16 @@ std::string told;
 
 void tell(const std::string& what) { told += (told.empty() ? "" : ", ") + what; }
 
+std::string unlessSmall(const std::string& family) { return family == "small" ? "" : " " + family; }
+
 struct Asked : client::FakeExtension {
     void ask(const client::Request& request, Answer answer) override {
         FakeExtension::ask(request, std::move(answer));
-        tell(request.request + (request.widget.empty() ? "" : " " + shortName(request.widget)) +
+        tell(request.request + (request.widget ? " " + shortName(*request.widget) : "") +
              (request.pin ? "=" + *request.pin : "") +
-             (request.scale == 1 ? "" : " x" + std::to_string(request.scale)) +
-             (request.family == "medium" ? " medium" : "") + (request.redacted ? " redacted" : ""));
+             (request.scale.value_or(1) == 2 ? " x2" : "") +
+             unlessSmall(request.family.value_or("small")) +
+             (request.redacted.value_or(false) ? " redacted" : ""));
     }
     void prepare() override { tell("prepare"); }
     void renew() override { tell("renew"); }
@@ -34,13 +38,14 @@ struct ShownCard : windows::Card {
     explicit ShownCard(Events theirs) : events{std::move(theirs)} { last = this; }
     ~ShownCard() override { tell(name + " goes"); }
 
-    void place(const Monitor& monitor, const Place& place, Family family) override {
+    void place(const Monitor& monitor, const Place& place, const Family& family) override {
         const auto at = " at " + (monitor.name ? monitor.name->connector + " " : "") +
-                        describe(place) + (family == Family::medium ? " medium" : "");
+                        describe(place) + unlessSmall(family.name) +
+                        (family.size.width == 999 ? " of old" : "");
         if (at != std::exchange(lies, at)) tell(name + at);
     }
     void leave() override { tell(name + " leaves"), lies = ""; }
-    void setName(const std::string& given) override { name = given; }
+    void setKind(const Kind& kind) override { name = kind.displayName; }
     int scale() const override { return perPoint; }
     void show(const client::Entry& entry) override {
         if (entry.text != std::exchange(text, entry.text)) tell(name + " shows " + text);
@@ -85,7 +90,13 @@ public:
             {"locked", [&] { signs.lock(true); }},
             {"unlocked", [&] { signs.lock(false); }},
             {"monitors", [&] { plug(rest), signs.monitors(); }},
-            {"kinds", [&] { extension_.answer({.kinds = {alarms}}); }},
+            {"old",
+             [&] {
+                 widgets_ = {
+                     {1, sampleKinds[0].kind, {"small", {999, 164}}, {}, *parsePlace("0,0")}};
+                 desktop_.show(widgets_);
+             }},
+            {"kinds", [&] { extension_.answer({.kinds = sampleKinds}); }},
             {"pins", [&] { extension_.answer({.pins = pins(rest)}); }},
             {"error", [&] { extension_.answer({.error = "no"}); }},
             {"timeline", [&] { extension_.answer({.timeline = timeline(rest)}); }},
@@ -93,7 +104,7 @@ public:
              [&] { ShownCard::last->perPoint = 2, ShownCard::last->events.scaleChanged(); }},
             {"closed", [&] { ShownCard::last->lies = "", ShownCard::last->events.closed(); }},
             {"moved", [&] { ShownCard::last->events.moved(*parsePlace("40,60")); }},
-            {"small", [&] { ShownCard::last->events.familyChosen(Family::small); }},
+            {"small", [&] { ShownCard::last->events.familyChosen({"small"}); }},
             {"edit", [&] { ShownCard::last->events.editChosen(); }},
             {"remove", [&] { ShownCard::last->events.removeChosen(); }},
             {"add", [&] { ShownCard::last->events.addChosen(); }},
@@ -111,7 +122,7 @@ private:
             case Action::openEditor: return desktop_.openEditor(command.number);
             case Action::openLink: return desktop_.openLink(command.number);
             case Action::reload: return desktop_.reload();
-            default: carryOut(command, widgets_, monitors_), desktop_.show(widgets_);
+            default: carryOut(command, widgets_, monitors_, sampleKinds), desktop_.show(widgets_);
         }
     }
     void pass(double now) {
@@ -135,7 +146,6 @@ private:
         return {.initial = ids.empty() ? std::nullopt : std::optional<client::Pin>{{.id = ids[0]}}};
     }
 
-    const client::WidgetKind alarms{.kind = *kindNamed("alarms"), .displayName = "Firing"};
     double now_{100}, wake_{never};
     std::vector<PlacedWidget> widgets_{};
     std::vector<Monitor> monitors_{{.name = MonitorName{.connector = "A"}, .area = {1000, 500}}};
@@ -232,6 +242,22 @@ TEST(Desktop, FollowsTheUser) {
         monitors A                     | metric at A 40,60
         remove                         | metric goes, editors of
         clock                          | dialogs, wake inf
+    )");
+}
+
+TEST(Desktop, KnowsOfWidgetsWhatTheListTells) {
+    expectStory(R"(
+        old                            | editors of 1, list, timeline alarms, alarms at A 0,0 of old
+        error                          |
+        --add metric --position 20,20  | editors of 1 2, list, timeline metric, metric at A 20,20
+        --add clock --position 60,20   | editors of 1 2 3, list, timeline time large, time at A 60,20 large
+        --edit 2                       |
+        error                          | note: widget 1: no, wake 400
+        kinds                          | pins metric, timeline alarms, Firing at A 0,0
+        --edit 2                       | editor 2
+        --edit 3                       |
+        edit                           |
+        --edit 3 --family small        |
     )");
 }
 

@@ -6,6 +6,7 @@
 #include "desktop/glib/connect.h"
 #include "desktop/glib/handles.h"
 #include "desktop/glib/note.h"
+#include "platform/foundation/json_writing.h"
 
 namespace tessary::client {
 
@@ -25,6 +26,8 @@ Object<GSubprocess> spawn(const std::vector<std::string>& command, Fault& fault)
     return Object<GSubprocess>{
         g_subprocess_newv(words.data(), static_cast<GSubprocessFlags>(pipes), fault.out())};
 }
+
+std::string lineOf(const Request& request) { return foundation::toJSON(request) + "\n"; }
 
 }  // namespace
 
@@ -103,12 +106,12 @@ ExtensionProcess::~ExtensionProcess() {
 }
 
 void ExtensionProcess::ask(const Request& request, Answer answer) {
-    const auto id = ++lastId_;
-    waiting_.push_back({id, encode(request, id), std::move(answer)});
+    waiting_.push_back({request, std::move(answer)});
+    waiting_.back().request.id = ++lastId_;
     if (pause_.running()) return;
     if (!run_) return start();
     idle_.cancel();
-    run_->write(waiting_.back().line);
+    run_->write(lineOf(waiting_.back().request));
     if (waiting_.size() == 1) awaitReply();
 }
 
@@ -129,7 +132,7 @@ void ExtensionProcess::start() {
     auto process = spawn(command_, fault);
     if (!process) return fail("cannot be started: " + fault.message());
     run_ = std::make_shared<Run>(this, std::move(process));
-    for (const auto& question : waiting_) run_->write(question.line);
+    for (const auto& question : waiting_) run_->write(lineOf(question.request));
     awaitReply();
     run_->read();
 }
@@ -153,9 +156,10 @@ void ExtensionProcess::end() {
 }
 
 void ExtensionProcess::take(const char* line, std::size_t size) {
-    const auto reply = decodeReply({line, size});
+    if (waiting_.empty()) return fail("answered a question that was not asked");
+    const auto reply = decodeReply({line, size}, waiting_.front().request);
     if (!reply) return fail("answered with something that is no reply");
-    if (waiting_.empty() || reply->id != waiting_.front().id)
+    if (waiting_.front().request.id != protocol::Identifier{reply->id})
         return fail("answered a question that was not asked");
     failures_ = 0;
     const auto answer = std::move(waiting_.front().answer);
@@ -172,11 +176,19 @@ void ExtensionProcess::ended() {
 void ExtensionProcess::fail(const std::string& why) {
     if (run_) g_subprocess_force_exit(run_->process.get());
     end();
-    const auto pause = pauseAfter(++failures_, patience_);
+    if (++failures_ >= patience_.tries) return giveUp("the extension " + why);
+    const auto pause = pauseAfter(failures_, patience_);
     note("the extension " + why + "; asking it again in " + std::to_string(pause.count() / 1000) +
          " s");
     pause_.start(pause, [this] {
         if (!waiting_.empty()) start();
+    });
+}
+
+/// A moment later, as this may be within the call that asks, and an answer may drop the extension.
+void ExtensionProcess::giveUp(const std::string& why) {
+    pause_.start({}, [why, unanswered = std::exchange(waiting_, {})] {
+        for (const auto& question : unanswered) question.answer({.error = why});
     });
 }
 

@@ -6,12 +6,13 @@
 // Everything happens in GLib's main loop. A process that ends early, does not answer or answers
 // with anything but the reply that is due is started anew, and what it left unanswered is asked
 // again: the first time at once, then after a pause that doubles. Every question is answered in the
-// end, unless the extension is dropped before.
+// end, unless the extension is dropped before; where patience has an end, too, by an error.
 #pragma once
 
 #include <chrono>
 #include <cstdint>
 #include <deque>
+#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,6 +31,7 @@ struct Patience {
     std::chrono::milliseconds reply{10'000};  ///< how long one may think about an answer
     std::chrono::milliseconds firstPause{1'000};
     std::chrono::milliseconds longestPause{300'000};
+    int tries{std::numeric_limits<int>::max()};  ///< then errors answer what is asked
 };
 
 /// How long to wait before asking again after so many failures, 1 or more, without a good reply.
@@ -55,8 +57,7 @@ public:
 private:
     struct Run;
     struct Question {
-        std::int64_t id{};
-        std::string line{};
+        Request request{};
         Answer answer{};
     };
 
@@ -65,6 +66,7 @@ private:
     void take(const char* line, std::size_t size);
     void ended();
     void fail(const std::string& why);
+    void giveUp(const std::string& why);
     void awaitReply();
 
     std::vector<std::string> command_;

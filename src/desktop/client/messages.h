@@ -1,9 +1,6 @@
-// What the desktop and the extension say to each other: a line for a request, a line for its reply
-// (docs/protocol.md).
+// What the desktop makes of the extension's replies (docs/protocol.md).
 //
-//     encode({.request = "timeline", .widget = "alarms", .family = "small"}, 1)
-//         // {"id":1,"request":"timeline","widget":"alarms","family":"small",
-//         //  "scale":1,"redacted":false}, and the line's end
+//     decodeReply(line, {.request = "timeline", ...})->timeline->entries.front().text
 #pragma once
 
 #include <cstdint>
@@ -14,20 +11,14 @@
 #include <string_view>
 #include <vector>
 
-#include "desktop/places/placed_widget.h"
+#include "platform/foundation/result.h"
+#include "protocol/replies.h"
+#include "protocol/request.h"
 
 namespace tessary::client {
 
-struct Request {
-    std::string request{};             ///< "list", "pins", "snapshot" or "timeline"
-    std::string widget{};              ///< a kind, for all but list
-    std::vector<std::string> ids{};    ///< for pins: these, instead of what there is to choose from
-    std::optional<std::string> pin{};  ///< without it the widget has its default
-    std::string family{};              ///< as all that follows, for a snapshot or a timeline
-    int scale{1};
-    bool redacted{};
-    bool preview{};  ///< for a gallery, where sample content beats none
-};
+using protocol::Request;
+using Pin = protocol::Entity;
 
 /// The bytes of a PNG file. Entries of a timeline that look alike share one.
 using Picture = std::shared_ptr<const std::string>;
@@ -45,23 +36,6 @@ struct Timeline {
     double after{std::numeric_limits<double>::infinity()};
 };
 
-struct WidgetKind {
-    std::string kind{};
-    std::string displayName{};
-    std::string description{};
-    std::vector<places::Family> families{};  ///< those of its families that a desktop has
-    bool configurable{};                     ///< shows a pin that a user chooses
-    bool operator==(const WidgetKind&) const = default;
-};
-
-/// An alarm or a metric that a widget can be set to show; each text may be empty.
-struct Pin {
-    std::string id{};
-    std::string name{};
-    std::string detail{};
-    bool operator==(const Pin&) const = default;
-};
-
 struct Pins {
     std::string type{};            ///< what a pin is called
     std::optional<Pin> initial{};  ///< what a new widget takes; left out where ids were given
@@ -76,15 +50,11 @@ struct Reply {
     std::optional<std::string> error{};
     std::optional<Timeline> timeline{};
     std::optional<Pins> pins{};
-    std::vector<WidgetKind> kinds{};
+    std::vector<protocol::Widget> kinds{};
 };
 
-/// The request's line, with its newline.
-std::string encode(const Request& request, std::int64_t id);
-
-/// What a line says, without its newline; nothing where it is no reply to such a request: no
-/// object, no whole number for its id, members missing or of another kind, a picture that is no
-/// PNG.
-std::optional<Reply> decodeReply(std::string_view line);
+/// What a line without its newline says in answer to that request; a fault where it is no such
+/// reply, passes a limit, or has a picture that is no PNG or a widget without a size for a desktop.
+foundation::Result<Reply> decodeReply(std::string_view line, const Request& request);
 
 }  // namespace tessary::client

@@ -22,7 +22,7 @@ class Dialogs {
 public:
     /// What a user chooses in them; each is called from the main loop and has to be there.
     struct Events {
-        std::function<void(const std::string& kind, places::Family family)> added{};
+        std::function<void(const std::string& kind, const places::Family& family)> added{};
         std::function<void(int number, const std::string& pin)> chosen{};
     };
 

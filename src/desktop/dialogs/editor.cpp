@@ -133,7 +133,7 @@ private:
                                      gone.pins->pins.end());
                 take(pins);
             };
-            inquiry_.ask({.request = "pins", .widget = kind_, .ids = {*pin_}}, named);
+            inquiry_.ask({.request = "pins", .widget = kind_, .ids = {{*pin_}}}, named);
         });
     }
 

@@ -6,6 +6,7 @@
 #include "desktop/client/inquiry.h"
 #include "desktop/dialogs/dialog_window.h"
 #include "desktop/glib/connect.h"
+#include "desktop/places/kinds.h"
 #include "desktop/windows/picture.h"
 
 namespace tessary::dialogs {
@@ -69,7 +70,7 @@ private:
     void askPicture(const Offer& offer) {
         const Request request{.request = "snapshot",
                               .widget = offer.kind,
-                              .family = nameOf(offer.family),
+                              .family = offer.family.name,
                               .scale = scaleOf(dialog_.widget()),
                               .preview = true};
         // The offers are replaced by a list's answer alone, for which all these have been awaited.
@@ -77,13 +78,13 @@ private:
             if (reply.error) return dialog_.setStatus(*reply.error);
             if (!reply.timeline || reply.timeline->entries.empty()) return;
             const auto& entry = reply.timeline->entries.front();
-            const auto pixels = decode(entry.picture, sizeOf(offer.family));
+            const auto pixels = decode(entry.picture, offer.family.size);
             if (pixels) gtk_image_set_from_surface(GTK_IMAGE(offer.image), pixels.get());
             atk_object_set_description(gtk_widget_get_accessible(offer.button), entry.text.c_str());
         });
     }
 
-    void fill(const std::vector<WidgetKind>& found) {
+    void fill(const std::vector<Kind>& found) {
         kinds_ = found;
         empty(list_);
         offers_.clear();
@@ -91,29 +92,29 @@ private:
         gtk_widget_show_all(list_);
     }
 
-    void addWidget(const WidgetKind& widget) {
+    void addWidget(const Kind& widget) {
         const auto section = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
         const auto description = startLabel(widget.description, true);
         gtk_label_set_line_wrap(GTK_LABEL(description), TRUE);
         gtk_label_set_line_wrap_mode(GTK_LABEL(description), PANGO_WRAP_WORD_CHAR);
         const auto row = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 12);
-        for (const auto family : widget.families) addOffer(row, widget, family);
+        for (const auto& family : familiesOf(widget)) addOffer(row, widget, family);
         for (const auto part : {heading(widget.displayName), description, row})
             gtk_box_pack_start(GTK_BOX(section), part, FALSE, FALSE, 0);
         gtk_box_pack_start(GTK_BOX(list_), section, FALSE, FALSE, 0);
     }
 
-    void addOffer(GtkWidget* row, const WidgetKind& widget, Family family) {
+    void addOffer(GtkWidget* row, const Kind& widget, const Family& family) {
         const auto& offer = offers_.emplace_back(new Offer{widget.kind, family});
-        const auto [width, height] = sizeOf(family);
+        const auto [width, height] = family.size;
         gtk_widget_set_size_request(offer->image, width, height);
-        const auto label = gtk_label_new(family == Family::small ? "Small" : "Medium");
+        const auto label = gtk_label_new(titled(family.name).c_str());
         const auto content = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
         gtk_box_pack_start(GTK_BOX(content), offer->image, FALSE, FALSE, 0);
         gtk_box_pack_start(GTK_BOX(content), label, FALSE, FALSE, 0);
         gtk_container_add(GTK_CONTAINER(offer->button), content);
         gtk_button_set_relief(GTK_BUTTON(offer->button), GTK_RELIEF_NONE);
-        const auto name = "Add " + shortened(widget.displayName) + ", " + nameOf(family);
+        const auto name = "Add " + shortened(widget.displayName) + ", " + family.name;
         atk_object_set_name(gtk_widget_get_accessible(offer->button), name.c_str());
         glib::connect(offer->button, "clicked",
                       [this, kind = widget.kind, family] { events_.chosen(kind, family); });
@@ -122,7 +123,7 @@ private:
 
     GalleryEvents events_;
     GtkWidget* list_{gtk_box_new(GTK_ORIENTATION_VERTICAL, 18)};
-    std::vector<WidgetKind> kinds_{};
+    std::vector<Kind> kinds_{};
     std::vector<std::unique_ptr<Offer>> offers_{};
     Inquiry inquiry_;
     DialogWindow dialog_;  ///< the first to go, as its widgets tell the rest

@@ -14,13 +14,14 @@
 
 #include "desktop/client/extension.h"
 #include "desktop/dialogs/dialog.h"
+#include "desktop/places/placed_widget.h"
 
 namespace tessary::dialogs {
 
 /// What the window tells; each is called from the main loop and has to be there.
 struct GalleryEvents {
     /// One is to be added; the window stays.
-    std::function<void(const std::string& kind, places::Family family)> chosen{};
+    std::function<void(const std::string& kind, const places::Family& family)> chosen{};
     std::function<void()> closed{};  ///< may destroy the gallery
 };
 

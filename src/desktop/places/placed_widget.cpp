@@ -6,9 +6,6 @@ namespace tessary::places {
 
 namespace {
 
-constexpr std::string_view kindPrefix = "com.tessary.desktop.widgets.";
-constexpr std::string_view shortNames[] = {"alarms", "alarm", "metric"};
-
 /// A widget and the step around it.
 struct Spot {
     Position at{};
@@ -34,7 +31,7 @@ std::vector<Spot> taken(const std::vector<PlacedWidget>& widgets, std::size_t mo
     };
     std::vector<Spot> spots;
     for (const auto& widget : widgets) {
-        const auto size = sizeOf(widget.family);
+        const auto size = widget.family.size;
         if (isThere(widget.place))
             spots.push_back({topLeft(widget.place, size, monitors[monitor].area), size});
     }
@@ -53,29 +50,7 @@ std::optional<Position> freeSpot(const std::vector<Spot>& taken, Size size, Size
 
 }  // namespace
 
-const char* nameOf(Family family) { return family == Family::small ? "small" : "medium"; }
-
-std::optional<Family> familyNamed(std::string_view name) {
-    for (const auto family : {Family::small, Family::medium})
-        if (name == nameOf(family)) return family;
-    return std::nullopt;
-}
-
-Size sizeOf(Family family) { return {family == Family::small ? 164 : 344, 164}; }
-
-std::optional<std::string> kindNamed(std::string_view word) {
-    for (const auto name : shortNames) {
-        auto kind = std::string{kindPrefix}.append(name);
-        if (word == name || word == kind) return kind;
-    }
-    return std::nullopt;
-}
-
-std::string shortName(const std::string& kind) {
-    return kindNamed(kind) ? kind.substr(kindPrefix.size()) : kind;
-}
-
-bool takesPin(const std::string& kind) { return shortName(kind) != "alarms"; }
+std::string shortName(const std::string& kind) { return kind.substr(kind.rfind('.') + 1); }
 
 std::set<MonitorName> monitorsOf(const std::vector<PlacedWidget>& widgets) {
     std::set<MonitorName> names;
@@ -84,9 +59,8 @@ std::set<MonitorName> monitorsOf(const std::vector<PlacedWidget>& widgets) {
     return names;
 }
 
-Place freePlace(const std::vector<PlacedWidget>& widgets, Family family,
+Place freePlace(const std::vector<PlacedWidget>& widgets, Size size,
                 const std::vector<Monitor>& monitors) {
-    const auto size = sizeOf(family);
     const auto placed = [&](std::size_t i, Position at) {
         // Of a monitor that is only supposed, only the first edges are known.
         if (!monitors[i].name) return Place{.x = {From::start, at.x}, .y = {From::start, at.y}};

@@ -1,178 +1,188 @@
 #include "desktop/places/state.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <glib/gstdio.h>
-#include <stdexcept>
+#include <system_error>
 
-#include "desktop/glib/json_values.h"
 #include "desktop/glib/note.h"
+#include "platform/foundation/json_writing.h"
+#include "platform/system/files.h"
+#include "platform/system/folders.h"
+#include "platform/system/output.h"
 
 namespace tessary::places {
 
-using namespace glib;
+/// The file's records where they are others than the desktop's.
+struct StoredOffset {
+    std::string from{};  ///< an edge
+    std::int64_t points{};
+};
+struct StoredPlace {
+    std::optional<MonitorName> monitor{};
+    StoredOffset x{}, y{};
+};
+struct StoredSize {
+    std::int64_t width{}, height{};
+};
+struct StoredWidget {
+    std::int64_t number{};
+    std::string widget{};
+    std::string family{};
+    std::optional<StoredSize> size{};  ///< files had none before widgets could have other sizes
+    std::optional<std::string> pin{};
+    StoredPlace place{};
+};
+struct StoredWidgets {
+    std::vector<StoredWidget> widgets{};
+};
+
+}  // namespace tessary::places
+
+namespace tessary::foundation {
+
+template <>
+inline constexpr auto fieldsOf<places::MonitorName> = std::tuple{
+    Field{"maker", &places::MonitorName::maker},
+    Field{"model", &places::MonitorName::model},
+    Field{"connector", &places::MonitorName::connector},
+};
+template <>
+inline constexpr auto fieldsOf<places::StoredOffset> = std::tuple{
+    Field{"from", &places::StoredOffset::from},
+    Field{"points", &places::StoredOffset::points},
+};
+template <>
+inline constexpr auto fieldsOf<places::StoredPlace> = std::tuple{
+    Field{"monitor", &places::StoredPlace::monitor, Key::always},
+    Field{"x", &places::StoredPlace::x},
+    Field{"y", &places::StoredPlace::y},
+};
+template <>
+inline constexpr auto fieldsOf<places::StoredSize> = std::tuple{
+    Field{"width", &places::StoredSize::width},
+    Field{"height", &places::StoredSize::height},
+};
+template <>
+inline constexpr auto fieldsOf<places::StoredWidget> = std::tuple{
+    Field{"number", &places::StoredWidget::number},
+    Field{"widget", &places::StoredWidget::widget},
+    Field{"family", &places::StoredWidget::family},
+    Field{"size", &places::StoredWidget::size},
+    Field{"pin", &places::StoredWidget::pin, Key::always},
+    Field{"place", &places::StoredWidget::place},
+};
+template <>
+inline constexpr auto fieldsOf<places::StoredWidgets> = std::tuple{
+    Field{"widgets", &places::StoredWidgets::widgets},
+};
+
+}  // namespace tessary::foundation
+
+namespace tessary::places {
+
+using foundation::Fault;
+using foundation::Result;
+
+namespace fs = std::filesystem;
 
 namespace {
 
-std::optional<int> within(std::optional<std::int64_t> value, std::int64_t least,
-                          std::int64_t most) {
-    if (!value || *value < least || *value > most) return std::nullopt;
-    return static_cast<int>(*value);
+constexpr std::int64_t largestSide = 10'000;
+
+bool isWithin(std::int64_t value, std::int64_t least, std::int64_t most) {
+    return value >= least && value <= most;
 }
 
-std::optional<Offset> decodeOffset(JsonObject* from, std::string_view start, std::string_view end) {
-    const auto edge = text(from, "from");
-    const auto points = within(integer(from, "points"), 0, farthest);
-    if (!points || (edge != start && edge != end)) return std::nullopt;
-    return Offset{edge == end ? From::end : From::start, *points};
+std::optional<Offset> offset(const StoredOffset& from, std::string_view start,
+                             std::string_view end) {
+    if (!isWithin(from.points, 0, farthest) || (from.from != start && from.from != end)) return {};
+    return Offset{from.from == end ? From::end : From::start, static_cast<int>(from.points)};
 }
 
-std::optional<MonitorName> decodeMonitor(JsonObject* from) {
-    const auto maker = text(from, "maker"), model = text(from, "model");
-    const auto connector = text(from, "connector");
-    if (!maker || !model || !connector) return std::nullopt;
-    return MonitorName{*maker, *model, *connector};
+/// The sizes that there were before the file told a widget's.
+std::optional<StoredSize> formerSize(std::string_view family) {
+    if (family == "small") return StoredSize{164, 164};
+    if (family == "medium") return StoredSize{344, 164};
+    return std::nullopt;
 }
 
-std::optional<Place> decodePlace(JsonObject* from) {
-    const auto monitor = decodeMonitor(object(from, "monitor"));
-    const auto x = decodeOffset(object(from, "x"), "left", "right");
-    const auto y = decodeOffset(object(from, "y"), "top", "bottom");
-    if (!x || !y || (!monitor && !isNull(from, "monitor"))) return std::nullopt;
-    return Place{monitor, *x, *y};
+std::optional<PlacedWidget> placed(const StoredWidget& from) {
+    const auto x = offset(from.place.x, "left", "right");
+    const auto y = offset(from.place.y, "top", "bottom");
+    const auto size = from.size ? from.size : formerSize(from.family);
+    if (!x || !y || !size || !isWithin(from.number, 1, std::numeric_limits<int>::max())) return {};
+    if (!isWithin(size->width, 1, largestSide) || !isWithin(size->height, 1, largestSide))
+        return {};
+    const Family family{from.family,
+                        {static_cast<int>(size->width), static_cast<int>(size->height)}};
+    return PlacedWidget{static_cast<int>(from.number), from.widget, family, from.pin,
+                        Place{from.place.monitor, *x, *y}};
 }
 
-std::optional<PlacedWidget> decodeWidget(JsonObject* from) {
-    const auto place = decodePlace(object(from, "place"));
-    const auto number = within(integer(from, "number"), 1, G_MAXINT);
-    const auto kind = text(from, "widget");
-    const auto family = familyNamed(text(from, "family").value_or(""));
-    const auto pin = text(from, "pin");
-    if (!number || !kind || !family || !place) return std::nullopt;
-    if (!pin && !isNull(from, "pin")) return std::nullopt;
-    return PlacedWidget{*number, *kind, *family, pin, *place};
+StoredOffset stored(Offset offset, const char* start, const char* end) {
+    return {offset.from == From::end ? end : start, offset.points};
 }
 
-/// Members of an object under way.
-class Members {
-public:
-    explicit Members(JsonBuilder* json) : json_{json} {}
-
-    void add(const char* name, const std::optional<std::string>& value) {
-        json_builder_set_member_name(json_, name);
-        json_builder_add_string_value(json_, value ? value->c_str() : nullptr);
-    }
-    void add(const char* name, int value) {
-        json_builder_set_member_name(json_, name);
-        json_builder_add_int_value(json_, value);
-    }
-    template <class Add>
-    void addObject(const char* name, Add addMembers) {
-        json_builder_set_member_name(json_, name);
-        json_builder_begin_object(json_);
-        addMembers();
-        json_builder_end_object(json_);
-    }
-    void add(const char* name, Offset offset, const char* start, const char* end) {
-        addObject(name, [&] {
-            add("from", offset.from == From::end ? end : start);
-            add("points", offset.points);
-        });
-    }
-    void add(const char* name, const std::optional<MonitorName>& monitor) {
-        if (!monitor) return add(name, std::optional<std::string>{});
-        addObject(name, [&] {
-            add("maker", monitor->maker);
-            add("model", monitor->model);
-            add("connector", monitor->connector);
-        });
-    }
-
-private:
-    JsonBuilder* json_;
-};
-
-void encodeWidget(JsonBuilder* json, const PlacedWidget& widget) {
-    Members members{json};
-    json_builder_begin_object(json);
-    members.add("number", widget.number);
-    members.add("widget", widget.kind);
-    members.add("family", nameOf(widget.family));
-    members.add("pin", widget.pin);
-    members.addObject("place", [&] {
-        members.add("monitor", widget.place.monitor);
-        members.add("x", widget.place.x, "left", "right");
-        members.add("y", widget.place.y, "top", "bottom");
-    });
-    json_builder_end_object(json);
+StoredWidget stored(const PlacedWidget& widget) {
+    const auto& [monitor, x, y] = widget.place;
+    const auto [width, height] = widget.family.size;
+    return {widget.number,      widget.kind,
+            widget.family.name, StoredSize{width, height},
+            widget.pin,         {monitor, stored(x, "left", "right"), stored(y, "top", "bottom")}};
 }
 
 /// Moves a file out of the way, never onto another.
-void setAside(const std::string& file) {
+Result<void> setAside(const fs::path& file) {
     for (int n = 1;; ++n) {
-        const auto aside = file + ".unreadable-" + std::to_string(n);
-        if (g_file_test(aside.c_str(), G_FILE_TEST_EXISTS)) continue;
-        if (g_rename(file.c_str(), aside.c_str()) != 0)
-            throw std::runtime_error{
-                file + " is unreadable and cannot be set aside: " + g_strerror(errno)};
-        return note(std::string{file}.append(" is unreadable and was set aside as ").append(aside));
+        const auto aside = file.native() + ".unreadable-" + std::to_string(n);
+        std::error_code error;
+        if (fs::exists(fs::symlink_status(aside, error))) continue;
+        fs::rename(file, aside, error);
+        if (error)
+            return Fault{file.native() +
+                         " is unreadable and cannot be set aside: " + error.message()};
+        glib::note(file.native() + " is unreadable and was set aside as " + aside);
+        return {};
     }
 }
 
 }  // namespace
 
-std::string stateFile() {
-    return Text{
-        g_build_filename(g_get_user_config_dir(), "tessary-widgets", "desktop.json", nullptr)}
-        .get();
+Result<fs::path> stateFile() {
+    if (const auto folder = system::settingsFolder())
+        return *folder / "tessary-widgets/desktop.json";
+    return Fault{"there is no home folder for the widgets' file"};
 }
 
 std::string encodeWidgets(const std::vector<PlacedWidget>& widgets) {
-    const Object<JsonBuilder> json{json_builder_new()};
-    json_builder_begin_object(json.get());
-    json_builder_set_member_name(json.get(), "widgets");
-    json_builder_begin_array(json.get());
-    for (const auto& widget : widgets) encodeWidget(json.get(), widget);
-    json_builder_end_array(json.get());
-    json_builder_end_object(json.get());
-    return built(json.get(), true) + "\n";
+    StoredWidgets all;
+    for (const auto& widget : widgets) all.widgets.push_back(stored(widget));
+    return foundation::toJSON(all, foundation::JSONWriter::Style::indented) + "\n";
 }
 
 std::optional<std::vector<PlacedWidget>> decodeWidgets(std::string_view text) {
-    const JsonText json{text};
-    const auto list = array(json.object(), "widgets");
-    if (!list) return std::nullopt;
+    const auto all = foundation::decodeJSON<StoredWidgets>(text);
+    if (!all) return std::nullopt;
     std::vector<PlacedWidget> widgets;
-    for (unsigned i = 0; i < json_array_get_length(list); ++i) {
-        const auto widget = decodeWidget(objectAt(list, i));
-        const auto same = [&](const auto& other) { return other.number == widget->number; };
+    for (const auto& from : all->widgets) {
+        const auto widget = placed(from);
+        const auto same = [&](const auto& other) { return other.number == from.number; };
         if (!widget || std::ranges::any_of(widgets, same)) return std::nullopt;
         widgets.push_back(*widget);
     }
     return widgets;
 }
 
-std::vector<PlacedWidget> loadWidgets(const std::string& file) {
-    char* bytes{};
-    gsize size{};
-    Fault fault;
-    const bool read = g_file_get_contents(file.c_str(), &bytes, &size, fault.out());
-    const Text owner{bytes};
-    if (!read && fault.is(G_FILE_ERROR, G_FILE_ERROR_NOENT)) return {};
-    auto widgets = read ? decodeWidgets({bytes, size}) : std::nullopt;
-    if (!widgets) setAside(file);
-    return widgets.value_or(std::vector<PlacedWidget>{});
+Result<std::vector<PlacedWidget>> loadWidgets(const fs::path& file) {
+    std::error_code error;
+    if (fs::status(file, error).type() == fs::file_type::not_found)
+        return std::vector<PlacedWidget>{};
+    const auto text = system::readFile(file);
+    if (auto widgets = text ? decodeWidgets(*text) : std::nullopt) return *std::move(widgets);
+    return setAside(file).andThen([] { return Result{std::vector<PlacedWidget>{}}; });
 }
 
-void saveWidgets(const std::string& file, const std::vector<PlacedWidget>& widgets) {
-    const Text folder{g_path_get_dirname(file.c_str())};
-    if (g_mkdir_with_parents(folder.get(), 0700) != 0)
-        throw std::runtime_error{std::string{folder.get()} + ": " + g_strerror(errno)};
-    const auto bytes = encodeWidgets(widgets);
-    Fault fault;
-    const auto size = static_cast<gssize>(bytes.size());
-    if (!g_file_set_contents(file.c_str(), bytes.c_str(), size, fault.out()))
-        throw std::runtime_error{fault.message()};
+Result<void> saveWidgets(const fs::path& file, const std::vector<PlacedWidget>& widgets) {
+    return system::saveFile(file, encodeWidgets(widgets));
 }
 
 }  // namespace tessary::places

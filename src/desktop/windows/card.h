@@ -1,7 +1,8 @@
 // One widget's card on the screen, as whoever fills it sees it.
 //
 //     const auto card = openWidgetWindow({.quitChosen = [] { ... }});
-//     card->place(monitors().front(), place, Family::small);
+//     card->setKind(kind);
+//     card->place(monitors().front(), place, {"small", {164, 164}});
 //     card->show(entry);
 //
 // It is dragged with the pointer or moved by the arrow keys; a click, Enter or the space bar open
@@ -12,20 +13,19 @@
 #include <string>
 
 #include "desktop/client/messages.h"
-#include "desktop/places/placed_widget.h"
+#include "desktop/places/kinds.h"
 
 namespace tessary::windows {
 
 class Card {
 public:
-    /// What it tells; each is called from the main loop and has to be there, but for what a widget
-    /// without a pin leaves out.
+    /// What it tells; each is called from the main loop and has to be there.
     struct Events {
         std::function<void()> scaleChanged{};
         std::function<void()> closed{};  ///< by the compositor; to be placed again, or to leave
         std::function<void(const places::Place&)> moved{};
-        std::function<void(places::Family)> familyChosen{};
-        std::function<void()> editChosen{};  ///< left out where there is nothing to edit
+        std::function<void(const places::Family&)> familyChosen{};
+        std::function<void()> editChosen{};
         std::function<void()> removeChosen{};
         std::function<void()> addChosen{};
         std::function<void()> quitChosen{};
@@ -35,13 +35,13 @@ public:
 
     /// Puts it on a monitor that there is, at the place's offsets.
     virtual void place(const places::Monitor& monitor, const places::Place& place,
-                       places::Family family) = 0;
+                       const places::Family& family) = 0;
 
     /// Takes it from the screen until it is placed again: its monitor is gone.
     virtual void leave() = 0;
 
-    /// What a screen reader calls it.
-    virtual void setName(const std::string& name) = 0;
+    /// What a screen reader calls it, and what its menu offers.
+    virtual void setKind(const places::Kind& kind) = 0;
 
     /// Pixels per point, 1 to 4.
     virtual int scale() const = 0;

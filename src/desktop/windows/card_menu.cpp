@@ -21,13 +21,14 @@ void addMonitors(std::vector<MenuItem>& items, const Card::Events& events, Place
 
 }  // namespace
 
-std::vector<MenuItem> cardMenu(const Card::Events& events, Family family, const Place& place,
-                               const std::vector<Monitor>& monitors) {
+std::vector<MenuItem> cardMenu(const Card::Events& events, const Kind& kind, const Family& family,
+                               const Place& place, const std::vector<Monitor>& monitors) {
     std::vector<MenuItem> items;
-    if (events.editChosen) items.push_back({"Edit Widget…", events.editChosen});
-    const auto other = family == Family::small ? Family::medium : Family::small;
-    items.push_back({other == Family::small ? "Small" : "Medium",
-                     [chosen = events.familyChosen, other] { chosen(other); }});
+    if (kind.takesPin) items.push_back({"Edit Widget…", events.editChosen});
+    for (const auto& other : familiesOf(kind))
+        if (other.name != family.name)
+            items.push_back(
+                {titled(other.name), [chosen = events.familyChosen, other] { chosen(other); }});
     addMonitors(items, events, place, monitors);
     items.push_back({"Remove Widget", events.removeChosen});
     items.push_back({});

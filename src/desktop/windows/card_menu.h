@@ -1,6 +1,6 @@
 // What a card's menu offers.
 //
-//     cardMenu(events, Family::small, place, monitors())
+//     cardMenu(events, kind, small, place, monitors())
 //     // Edit Widget…, Medium, Move to U2720Q, Remove Widget, a line, Add Widget…, Quit
 #pragma once
 
@@ -18,8 +18,8 @@ struct MenuItem {
 };
 
 /// For a card of that size at that place of one of the monitors.
-std::vector<MenuItem> cardMenu(const Card::Events& events, places::Family family,
-                               const places::Place& place,
+std::vector<MenuItem> cardMenu(const Card::Events& events, const places::Kind& kind,
+                               const places::Family& family, const places::Place& place,
                                const std::vector<places::Monitor>& monitors);
 
 }  // namespace tessary::windows

@@ -72,8 +72,9 @@ public:
         gtk_widget_destroy(widget_);
     }
 
-    void place(const Monitor& monitor, const Place& place, Family family) override {
-        const auto [width, height] = sizeOf(family_ = family);
+    void place(const Monitor& monitor, const Place& place, const Family& family) override {
+        family_ = family;
+        const auto [width, height] = family_.size;
         gtk_widget_set_size_request(widget_, width, height);
         shape();
         monitor_ = monitor;
@@ -89,9 +90,10 @@ public:
         appear();
     }
 
-    void setName(const std::string& name) override {
-        gtk_window_set_title(window_, name.c_str());
-        atk_object_set_name(gtk_widget_get_accessible(widget_), name.c_str());
+    void setKind(const Kind& kind) override {
+        kind_ = kind;
+        gtk_window_set_title(window_, kind.displayName.c_str());
+        atk_object_set_name(gtk_widget_get_accessible(widget_), kind.displayName.c_str());
     }
 
     int scale() const override { return scaleOf(widget_); }
@@ -128,14 +130,14 @@ private:
 
     void draw(cairo_t* cairo) const {
         clear(cairo);
-        paint(cairo, entry_.picture, sizeOf(family_));
+        paint(cairo, entry_.picture, family_.size);
         if (gtk_window_has_toplevel_focus(window_) && gtk_window_get_focus_visible(window_))
             drawFocus(cairo);
     }
     /// A ring along the card's edge.
     void drawFocus(cairo_t* cairo) const {
         constexpr double line = 3;
-        addCard(cairo, sizeOf(family_), line / 2);
+        addCard(cairo, family_.size, line / 2);
         cairo_set_source_rgb(cairo, 0.2, 0.5, 1);
         cairo_set_line_width(cairo, line);
         cairo_stroke(cairo);
@@ -144,7 +146,7 @@ private:
     void shape() const {
         if (gdk_screen_is_composited(gtk_widget_get_screen(widget_)))
             return gtk_widget_shape_combine_region(widget_, nullptr);
-        const auto size = sizeOf(family_);
+        const auto size = family_.size;
         const Surface mask{cairo_image_surface_create(CAIRO_FORMAT_A1, size.width, size.height)};
         cairo_t* cairo = cairo_create(mask.get());
         addCard(cairo, size, 0);
@@ -161,7 +163,7 @@ private:
         if (button.type != GDK_BUTTON_PRESS || button.button != GDK_BUTTON_PRIMARY) return;
         gtk_window_set_focus_visible(window_, FALSE);
         drag_.emplace(Position{static_cast<int>(button.x_root), static_cast<int>(button.y_root)},
-                      monitors(), corner(), sizeOf(family_), entry_.picture);
+                      monitors(), corner(), family_.size, entry_.picture);
     }
     void move(const GdkEventMotion& event) {
         if (!drag_) return;
@@ -203,12 +205,12 @@ private:
     }
     void step(int x, int y) const {
         const auto [left, top] = corner();
-        events_.moved(dropPlace({left + x, top + y}, sizeOf(family_), monitors()));
+        events_.moved(dropPlace({left + x, top + y}, family_.size, monitors()));
     }
 
     /// The upper left, among all monitors.
     Position corner() const {
-        const auto [x, y] = topLeft(place_, sizeOf(family_), monitor_.area);
+        const auto [x, y] = topLeft(place_, family_.size, monitor_.area);
         return {monitor_.origin.x + x, monitor_.origin.y + y};
     }
 
@@ -217,7 +219,7 @@ private:
         const auto all = monitors();
         const auto found = std::ranges::find(all, where.monitor, &Monitor::name);
         const auto& on = found == all.end() ? all.front() : *found;
-        const auto [x, y] = topLeft(where, sizeOf(family_), on.area);
+        const auto [x, y] = topLeft(where, family_.size, on.area);
         if (!layered_) return gtk_window_move(window_, on.origin.x + x, on.origin.y + y);
         setLayerMonitor(window_, on.number);
         // By the edges that it is counted from, so that it keeps to them as panels come and go.
@@ -256,7 +258,7 @@ private:
     void openMenu(const GdkEvent* event) {
         menu_.reset(GTK_WIDGET(g_object_ref_sink(gtk_menu_new())));
         gtk_menu_attach_to_widget(GTK_MENU(menu_.get()), widget_, nullptr);
-        for (const auto& [label, chosen] : cardMenu(events_, family_, place_, monitors())) {
+        for (const auto& [label, chosen] : cardMenu(events_, kind_, family_, place_, monitors())) {
             const auto item = label.empty() ? gtk_separator_menu_item_new()
                                             : gtk_menu_item_new_with_label(label.c_str());
             connect(item, "activate", [this, chosen = chosen] { choosing_.start({}, chosen); });
@@ -276,6 +278,7 @@ private:
     Timer closing_{};
     bool layered_{hasLayerShell()};
     Entry entry_{};
+    Kind kind_{};
     Family family_{};
     Place place_{};
     Monitor monitor_{};

@@ -13,8 +13,6 @@ namespace tessary::foundation {
 namespace shapes {
 namespace {
 
-constexpr std::size_t deepestNesting = 512;
-
 /// The text as the parser reads it. It hides two things from the parser that it would get wrong:
 /// - the end of the text, which the parser takes any NUL for; `atEnd` tells them apart afterwards;
 /// - numbers, of which it refuses some that are JSON (an integer of 400 digits, 1e400) since it
@@ -97,10 +95,21 @@ std::string_view expectation(Kind kind) {
         case Kind::number: return "a number within a double's range";
         case Kind::flag: return "true or false";
         case Kind::text: return "a text";
+        case Kind::bytes: return "a text in base64";
         case Kind::list: return "a list";
         case Kind::record: return "an object";
+        case Kind::choice:
+        case Kind::any: break;
     }
     return "a value";
+}
+
+std::string expectation(const Shape& shape) {
+    if (shape.kind != Kind::choice) return std::string{expectation(shape.kind)};
+    std::string kinds;
+    for (const auto& each : shape.alternatives)
+        (kinds += kinds.empty() ? "" : " or ") += expectation(each.kind);
+    return kinds;
 }
 
 /// What the parser missed; the last is all that it says of a number or an escape.
@@ -168,36 +177,39 @@ void appendPointerToken(std::string& pointer, std::string_view token) {
 /// for the ones that nobody asked for. Each event answers whether to go on.
 class Decoder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Decoder> {
 public:
-    Decoder(const TextStream& stream, const Shape& root, void* record)
-        : stream_(stream), root_(root), record_(record) {}
+    Decoder(const TextStream& stream, const Shape& root, void* record, const Limits& limits)
+        : stream_(stream), root_(root), record_(record), limits_(limits) {}
 
     bool Null() {
+        if (!counts()) return false;
         if (skipsScalar()) return true;
-        if (!isRequired()) return true;
-        return mismatch("null");
+        return (isInRecord() && member().nullable) || mismatch("null");
     }
     bool Bool(bool value) {
+        if (!counts()) return false;
         if (skipsScalar()) return true;
-        if (wanted().kind != Kind::flag) return mismatch(value ? "true" : "false");
-        return fill(value);
+        if (wants(Kind::flag)) return fill(Kind::flag, value);
+        return mismatch(value ? "true" : "false");
     }
     bool RawNumber(const char*, rapidjson::SizeType, bool) {
+        if (!counts()) return false;
         if (skipsScalar()) return true;
         const auto& number = stream_.number();
-        const auto kind = wanted().kind;
-        if (kind == Kind::integer)
-            if (const auto value = asInteger(number)) return fill(*value);
-        if (kind == Kind::number)
-            if (const auto value = asDouble(number)) return fill(*value);
+        if (wants(Kind::integer))
+            if (const auto value = asInteger(number)) return fill(Kind::integer, *value);
+        if (wants(Kind::number))
+            if (const auto value = asDouble(number)) return fill(Kind::number, *value);
         return mismatch(shortened(number.text));
     }
     bool String(const char* characters, rapidjson::SizeType length, bool) {
         const std::string_view text{characters, length};
         if (holdsLoneSurrogate(text)) return fail("a surrogate pair", "half of one");
+        if (!counts()) return false;
         if (skipsScalar()) return true;
-        if (wanted().kind != Kind::text) return mismatch('"' + shortened(text) + '"');
-        static_cast<std::string*>(place())->assign(text);
-        return finishValue();
+        if (wants(Kind::text)) return fill(Kind::text, std::string{text});
+        if (wants(Kind::bytes))
+            if (auto bytes = decodeBase64(text)) return fill(Kind::bytes, Bytes{*std::move(bytes)});
+        return mismatch('"' + shortened(text) + '"');
     }
     bool Key(const char* characters, rapidjson::SizeType length, bool) {
         const std::string_view key{characters, length};
@@ -244,12 +256,18 @@ private:
 
     const Member& member() const { return open_.back().shape->members[open_.back().index]; }
     bool isInRecord() const { return !open_.empty() && open_.back().shape->kind == Kind::record; }
-    bool isRequired() const { return !isInRecord() || member().required; }
     bool isSkipping() const { return skippedKey_.has_value(); }
 
     const Shape& wanted() const {
         if (open_.empty()) return root_;
         return isInRecord() ? *member().shape : *open_.back().shape->element;
+    }
+
+    bool wants(Kind kind) const {
+        const auto& shape = wanted();
+        return shape.kind == kind ||
+               std::ranges::find(shape.alternatives, kind, &Alternative::kind) !=
+                   shape.alternatives.end();
     }
 
     /// Where the wanted value goes; asked once a value.
@@ -260,9 +278,18 @@ private:
     }
 
     template <class Value>
-    bool fill(const Value& value) {
-        *static_cast<Value*>(place()) = value;
+    bool fill(Kind kind, Value value) {
+        const auto& alternatives = wanted().alternatives;
+        void* to = place();
+        if (const auto chosen = std::ranges::find(alternatives, kind, &Alternative::kind);
+            chosen != alternatives.end())
+            to = chosen->choose(to);
+        *static_cast<Value*>(to) = std::move(value);
         return finishValue();
+    }
+    bool counts() {
+        if (++values_ <= limits_.values) return true;
+        return fail("at most " + std::to_string(limits_.values) + " values", "more");
     }
     bool finishValue() {
         if (!open_.empty() && !isInRecord()) ++open_.back().index;
@@ -292,16 +319,18 @@ private:
             const auto bit = std::uint64_t{1} << index;
             if ((record.seen & bit) != 0) break;
             record.seen |= bit;
-            record.index = index;
             record.next = index + 1;
+            if (members[index].shape->kind == Kind::any) break;
+            record.index = index;
             return;
         }
         startSkipping(key);
     }
 
     bool open(Kind kind, std::string_view found) {
-        if (open_.size() + skippedDepth_ == deepestNesting)
-            return fail("nesting at most 512 deep", "more");
+        if (!counts()) return false;
+        if (open_.size() + skippedDepth_ == limits_.depth)
+            return fail("nesting at most " + std::to_string(limits_.depth) + " deep", "more");
         if (isSkipping()) {
             ++skippedDepth_;
             return true;
@@ -332,9 +361,7 @@ private:
         return true;
     }
 
-    bool mismatch(std::string found) {
-        return fail(std::string{expectation(wanted().kind)}, std::move(found));
-    }
+    bool mismatch(std::string found) { return fail(expectation(wanted()), std::move(found)); }
 
     bool fail(std::string expected, std::string found) {
         fault_ =
@@ -345,6 +372,8 @@ private:
     const TextStream& stream_;
     const Shape& root_;
     void* record_;
+    const Limits& limits_;
+    std::size_t values_{};
     std::vector<Open> open_{};
     std::size_t skippedDepth_{};               ///< lists and objects open below the skipped key
     std::optional<std::string> skippedKey_{};  ///< an unknown or repeated key, until its value ends
@@ -353,16 +382,17 @@ private:
 
 }  // namespace
 
-std::optional<DecodingFault> decode(std::string_view text, const Shape& shape, void* record) {
-    // The parser counts in 32 bits.
-    if (text.size() > std::numeric_limits<rapidjson::SizeType>::max())
-        return DecodingFault{"", "a text of less than 4 GiB", "a longer one", 0};
+std::optional<DecodingFault> decode(std::string_view text, const Shape& shape, void* record,
+                                    const Limits& limits) {
+    const std::size_t parsers = std::numeric_limits<rapidjson::SizeType>::max();
+    if (const auto most = std::min(limits.bytes, parsers); text.size() > most)
+        return DecodingFault{"", "at most " + std::to_string(most) + " bytes", "more", 0};
 
     constexpr unsigned rules = rapidjson::kParseNumbersAsStringsFlag |
                                rapidjson::kParseValidateEncodingFlag |
                                rapidjson::kParseIterativeFlag;
     TextStream stream{text};
-    Decoder decoder{stream, shape, record};
+    Decoder decoder{stream, shape, record, limits};
     rapidjson::Reader reader;
     const auto result = reader.Parse<rules>(stream, decoder);
     if (auto fault = decoder.takeFault()) return fault;

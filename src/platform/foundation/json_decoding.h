@@ -15,20 +15,26 @@
 //     decodeJSON<Sample>(R"({"t": 1.5, "v": 1.5})").fault()
 //         // /t: expected a 64-bit integer, found 1.5
 //
-// Members are std::int64_t, double, bool, std::string, records with a table of at most 64 fields,
-// std::vector of any of these but bool, and std::optional of any of all these.
+// Members are std::int64_t, double, bool, std::string, Bytes (a text in base64), records with a
+// table of at most 64 fields, std::vector of any of these but bool, std::optional of any of all
+// these, std::variant of std::monostate (as in an optional) and some of the first five, and
+// AnyJSON, whose value is checked and passed over. A key that has to be there for an optional's
+// null says so in its row: Field{"pin", &Widget::pin, Key::always}.
 //
 // Rules: RFC 8259 to the letter, checked for the whole text, unknown keys' values included; UTF-8
 // valid, surrogate escapes paired, no byte order mark, nothing but white space after the value,
-// nesting at most 512 deep. Keys match exactly and come in any order; of a repeated key the first
-// counts; unknown keys are ignored. A number is an integer when its value is (300.0, 3e2), read
-// exactly; a double takes any number that does not overflow, and is zero for one too small for it.
+// nesting at most 512 deep or what the caller's limits allow. Keys match exactly and come in any
+// order; of a repeated key the first counts; unknown keys are ignored. A number is an integer when
+// its value is (300.0, 3e2), read exactly; a double takes any number that does not overflow, and is
+// zero for one too small for it.
 #pragma once
 
 #include <array>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <limits>
 #include <optional>
 #include <span>
 #include <string>
@@ -36,20 +42,40 @@
 #include <tuple>
 #include <type_traits>
 #include <utility>
+#include <variant>
 #include <vector>
 
+#include "platform/foundation/base64.h"
 #include "platform/foundation/result.h"
 
 namespace tessary::foundation {
+
+/// Whether a key may be missing: as its member's type says; or never, an absent value being null.
+enum class Key { asTyped, always };
 
 /// One row of a field table: a JSON key and the member it fills.
 template <class Record, class Value>
 struct Field {
     std::string_view key{};
     Value Record::*member{};
+    Key presence{Key::asTyped};
 };
 template <class Record, class Value>
-Field(const char*, Value Record::*) -> Field<Record, Value>;
+Field(const char*, Value Record::*, Key = {}) -> Field<Record, Value>;
+
+class JSONWriter;
+
+/// A value that one side writes, null where nothing does, and that no record is filled with.
+struct AnyJSON {
+    std::function<void(JSONWriter&)> write{};
+};
+
+/// How much of a text is taken; what passes a limit is a fault like any other.
+struct Limits {
+    std::size_t bytes{std::numeric_limits<std::uint32_t>::max()};  ///< and never more than that
+    std::size_t depth{512};
+    std::size_t values{std::numeric_limits<std::size_t>::max()};  ///< of any kind, at any depth
+};
 
 /// Specialise with a std::tuple of Field, one a member, in file order.
 template <class Record>
@@ -74,7 +100,7 @@ struct DecodingFault {
 /// What one compiled decoder needs to know of all types: field tables with the types taken away.
 namespace shapes {
 
-enum class Kind { integer, number, flag, text, list, record };
+enum class Kind { integer, number, flag, text, bytes, list, record, choice, any };
 
 struct Shape;
 
@@ -82,27 +108,44 @@ struct Shape;
 struct Member {
     std::string_view key{};
     const Shape* shape{};
-    bool required{};
+    bool required{};  ///< the key
+    bool nullable{};
     void* (*open)(void* record){};
 };
 
-/// How a value is filled. A list has an element shape and `append`, a record its members.
+/// One of a choice's kinds. `choose` makes the variant hold it and tells where its value goes.
+struct Alternative {
+    Kind kind{};
+    void* (*choose)(void* variant){};
+};
+
+/// How a value is filled. A list has an element shape and `append`, a record its members, a choice
+/// its alternatives.
 struct Shape {
     Kind kind{};
     std::span<const Member> members{};
     const Shape* element{};
     void* (*append)(void* list){};
+    std::span<const Alternative> alternatives{};
 };
 
 template <class Type>
 struct Layers {
     using Value = Type;
     static constexpr bool isOptional = false;
+    static constexpr bool isNullable = false;
 };
 template <class Type>
 struct Layers<std::optional<Type>> {
     using Value = Type;
     static constexpr bool isOptional = true;
+    static constexpr bool isNullable = true;
+};
+template <class... Case>
+struct Layers<std::variant<std::monostate, Case...>> {
+    using Value = std::variant<std::monostate, Case...>;
+    static constexpr bool isOptional = false;
+    static constexpr bool isNullable = true;
 };
 
 template <class Type>
@@ -127,11 +170,34 @@ template <>
 struct Maker<std::string> {
     static constexpr Shape make() { return {.kind = Kind::text}; }
 };
+template <>
+struct Maker<Bytes> {
+    static constexpr Shape make() { return {.kind = Kind::bytes}; }
+};
+template <>
+struct Maker<AnyJSON> {
+    static constexpr Shape make() { return {.kind = Kind::any}; }
+};
+
+template <class... Case>
+struct Maker<std::variant<std::monostate, Case...>> {
+    using Variant = std::variant<std::monostate, Case...>;
+    static_assert(((shapeOf<Case>.kind <= Kind::bytes) && ...), "a choice is between plain values");
+
+    template <class Chosen>
+    static void* choose(void* variant) {
+        return &static_cast<Variant*>(variant)->template emplace<Chosen>();
+    }
+    static constexpr std::array alternatives{Alternative{shapeOf<Case>.kind, &choose<Case>}...};
+
+    static constexpr Shape make() { return {.kind = Kind::choice, .alternatives = alternatives}; }
+};
 
 template <class Element>
 struct Maker<std::vector<Element>> {
-    static_assert(!Layers<Element>::isOptional && !std::same_as<Element, bool>,
-                  "the elements of a list cannot be optional or flags");
+    static_assert(!Layers<Element>::isNullable && !std::same_as<Element, bool> &&
+                      !std::same_as<Element, AnyJSON>,
+                  "the elements of a list cannot be optional, flags or of any kind");
     static void* append(void* list) {
         return &static_cast<std::vector<Element>*>(list)->emplace_back();
     }
@@ -162,7 +228,9 @@ struct Maker {
         return {shapes::Member{
             .key = std::get<index>(fieldsOf<Record>).key,
             .shape = &shapeOf<typename Layers<Member<index>>::Value>,
-            .required = !Layers<Member<index>>::isOptional,
+            .required = std::get<index>(fieldsOf<Record>).presence == Key::always ||
+                        !Layers<Member<index>>::isNullable,
+            .nullable = Layers<Member<index>>::isNullable,
             .open = &open<index>,
         }...};
     }
@@ -173,16 +241,17 @@ struct Maker {
 
 /// Fills `record`, which must be of the type that `shape` describes; on a fault it is left half
 /// filled.
-std::optional<DecodingFault> decode(std::string_view text, const Shape& shape, void* record);
+std::optional<DecodingFault> decode(std::string_view text, const Shape& shape, void* record,
+                                    const Limits& limits);
 
 }  // namespace shapes
 
 /// Decodes one record from a whole text. Bad input never throws and never recurses. Beside the
 /// record itself it takes memory for the longest text value.
 template <TableRecord Record>
-Result<Record, DecodingFault> decodeJSON(std::string_view text) {
+Result<Record, DecodingFault> decodeJSON(std::string_view text, const Limits& limits = {}) {
     Record record{};
-    if (auto fault = shapes::decode(text, shapes::shapeOf<Record>, &record))
+    if (auto fault = shapes::decode(text, shapes::shapeOf<Record>, &record, limits))
         return *std::move(fault);
     return record;
 }

@@ -86,6 +86,14 @@ JSONWriter& JSONWriter::integer(std::int64_t number) { return word(digits(number
 
 JSONWriter& JSONWriter::integer(std::uint64_t number) { return word(digits(number)); }
 
+JSONWriter& JSONWriter::quoted(const Bytes& bytes) {
+    separate();
+    text_ += '"';
+    appendBase64(text_, bytes.value);
+    text_ += '"';
+    return *this;
+}
+
 JSONWriter& JSONWriter::quoted(std::string_view text) {
     separate();
     text_ += '"';

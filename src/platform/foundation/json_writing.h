@@ -68,9 +68,10 @@ public:
     JSONWriter& null();
     JSONWriter& key(std::string_view key);
 
-    /// Flags, integers, doubles, Dates (as seconds), texts, named cases (by name), optionals and
-    /// pointers (absent: null), vectors, variants (the value they hold; std::monostate is null),
-    /// records with a field table, and types that print themselves.
+    /// Flags, integers, doubles, Dates (as seconds), texts, Bytes (in base64), named cases (by
+    /// name), optionals and pointers (absent: null), vectors, variants (the value they hold;
+    /// std::monostate is null), records with a field table, AnyJSON, and types that print
+    /// themselves.
     template <class Value>
     JSONWriter& value(const Value& value);
 
@@ -107,6 +108,7 @@ private:
     JSONWriter& integer(std::int64_t number);
     JSONWriter& integer(std::uint64_t number);
     JSONWriter& quoted(std::string_view text);
+    JSONWriter& quoted(const Bytes& bytes);
 
     Style style_{};
     std::string text_{};
@@ -140,8 +142,11 @@ JSONWriter& JSONWriter::value(const Value& value) {
         number(value);
     else if constexpr (std::same_as<Value, Date>)
         number(value.seconds);
-    else if constexpr (std::convertible_to<const Value&, std::string_view>)
+    else if constexpr (std::convertible_to<const Value&, std::string_view> ||
+                       std::same_as<Value, Bytes>)
         quoted(value);
+    else if constexpr (std::same_as<Value, AnyJSON>)
+        value.write ? value.write(*this) : void(null());
     else if constexpr (NamedEnumeration<Value>)
         quoted(name(value));
     else if constexpr (isVector<Value>)

@@ -48,6 +48,15 @@ constexpr std::string_view name(Case value) {
     return {};
 }
 
+/// The last name in the table, which is the short one where there are several.
+template <class Case>
+constexpr std::string_view shortName(Case value) {
+    std::string_view last;
+    for (const auto& entry : namesOf<Case>)
+        if (entry.value == value) last = entry.name;
+    return last;
+}
+
 /// The case of that name, matched exactly; none for an unknown word.
 template <class Case>
 constexpr std::optional<Case> parse(std::string_view word) {

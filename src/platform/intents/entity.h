@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/foundation/json_decoding.h"
-
 namespace tessary::intents {
 
 /// One choice. A stored configuration keeps only its identifier.
@@ -32,14 +30,3 @@ struct WidgetConfigurationIntent {
 };
 
 }  // namespace tessary::intents
-
-namespace tessary::foundation {
-
-template <>
-inline constexpr auto fieldsOf<intents::AppEntity> = std::tuple{
-    Field{"id", &intents::AppEntity::id},
-    Field{"name", &intents::AppEntity::name},
-    Field{"detail", &intents::AppEntity::detail},
-};
-
-}  // namespace tessary::foundation

@@ -2,56 +2,25 @@
 
 #include <gtest/gtest.h>
 
-namespace tessary::client {
+#include "platform/foundation/json_writing.h"
 
-using namespace places;
+namespace tessary::client {
 namespace {
 
-// Two entries that look alike, and a third; the pictures are as short as a PNG's signature.
-const std::string timeline =
-    R"({"id":4,"entries":[{"date":100,"url":"tessary://a","text":"one","picture":"iVBORwE="},)"
-    R"({"date":160.5,"url":null,"text":"two","picture":"iVBORwE="},)"
-    R"({"date":220,"url":null,"text":"three","picture":"iVBORwI="}],"policy":{"after":400}})";
+using foundation::toJSON;
 
-const std::string kinds =
-    R"({"id":1,"widgets":[{"kind":"k","configuration":"static","displayName":"n",)"
-    R"("description":"d","families":["systemMedium","systemLarge","systemSmall"]},)"
-    R"({"kind":"l","configuration":"intent","displayName":"","description":"","families":[]}]})";
-
-const std::string pins =
-    R"({"id":2,"type":"Pin","default":{"id":"","name":"a","detail":null},)"
-    R"("suggested":[{"id":"","name":"a","detail":null},{"id":"b","name":"","detail":"d"}]})";
-
-/// The text with the last of one thing in it made another.
-std::string changed(std::string text, const std::string& from, const std::string& to) {
-    return text.replace(text.rfind(from), from.size(), to);
-}
-
-TEST(Messages, RequestsNameWhatTheyAreFor) {
-    EXPECT_EQ(encode({.request = "list"}, 1), "{\"id\":1,\"request\":\"list\"}\n");
-    EXPECT_EQ(encode({.request = "timeline",
-                      .widget = "metric",
-                      .pin = "a \"b\"\n",
-                      .family = "small",
-                      .scale = 2,
-                      .redacted = true},
-                     2),
-              R"({"id":2,"request":"timeline","widget":"metric","pin":"a \"b\"\n",)"
-              R"("family":"small","scale":2,"redacted":true})"
-              "\n");
-    EXPECT_EQ(encode({.request = "pins", .widget = "alarm"}, 3),
-              "{\"id\":3,\"request\":\"pins\",\"widget\":\"alarm\"}\n");
-    EXPECT_EQ(encode({.request = "pins", .widget = "alarm", .ids = {"", "b"}}, 4),
-              "{\"id\":4,\"request\":\"pins\",\"widget\":\"alarm\",\"ids\":[\"\",\"b\"]}\n");
-    EXPECT_EQ(
-        encode({.request = "snapshot", .widget = "a", .family = "medium", .preview = true}, 5),
-        R"({"id":5,"request":"snapshot","widget":"a","family":"medium","scale":1,)"
-        R"("redacted":false,"preview":true})"
-        "\n");
+protocol::Reply<protocol::Timeline> timeline(std::optional<protocol::Policy> policy = {{400}}) {
+    // Two entries that look alike, and a third; the pictures are as short as a PNG's signature.
+    return {{.request = "timeline",
+             .entries = {{100, {}, "tessary://a", "one", {"\x89PNG\1"}},
+                         {160.5, {}, std::nullopt, "two", {"\x89PNG\1"}},
+                         {220, {}, std::nullopt, "three", {"\x89PNG\2"}}},
+             .policy = policy},
+            4};
 }
 
 TEST(Messages, ATimelineSharesThePicturesThatAreTheSame) {
-    const auto reply = decodeReply(timeline);
+    const auto reply = decodeReply(toJSON(timeline()), {.request = "timeline"});
     ASSERT_TRUE(reply && reply->timeline);
     EXPECT_EQ(reply->id, 4);
     EXPECT_EQ(reply->timeline->after, 400);
@@ -67,58 +36,64 @@ TEST(Messages, ATimelineSharesThePicturesThatAreTheSame) {
 }
 
 TEST(Messages, ASnapshotIsATimelineThatNeverEnds) {
-    const auto policy = R"({"after":400}})";
-    EXPECT_FALSE(decodeReply(changed(timeline, policy, R"(null,"request":"timeline"})")));
-    const auto reply = decodeReply(changed(timeline, policy, R"(null,"request":"snapshot"})"));
+    auto snapshot = timeline(std::nullopt);
+    EXPECT_FALSE(decodeReply(toJSON(snapshot), {.request = "timeline"}));
+    snapshot.request = "snapshot";
+    const auto reply = decodeReply(toJSON(snapshot), {.request = "snapshot"});
     ASSERT_TRUE(reply && reply->timeline);
     EXPECT_EQ(reply->timeline->after, std::numeric_limits<double>::infinity());
-    EXPECT_EQ(reply->timeline->entries.size(), 3u);
 }
 
 TEST(Messages, OtherRepliesAreErrorsKindsAndPins) {
-    EXPECT_EQ(decodeReply(R"({"id":1,"error":"no"})")->error, "no");
-    const std::vector<WidgetKind> widgets{{"k", "n", "d", {Family::medium, Family::small}, false},
-                                          {"l", "", "", {}, true}};
-    EXPECT_EQ(decodeReply(kinds)->kinds, widgets);
+    for (const char* request : {"list", "pins", "timeline"})
+        EXPECT_EQ(decodeReply(R"({"id":1,"error":"no"})", {.request = request})->error, "no");
+    std::vector<protocol::Widget> kinds{{.kind = "k", .sizes = {{"f", "n", 1, 10'000}}}};
+    const auto listed = [&] {
+        return decodeReply(toJSON(protocol::Reply<protocol::List>{{"b", kinds}, 1}),
+                           {.request = "list"});
+    };
+    EXPECT_EQ(listed()->kinds, kinds);
+    kinds[0].sizes[0].width = 0;
+    EXPECT_EQ(listed().fault().message(), "a widget of no size");
+    kinds[0].sizes.clear();
+    EXPECT_FALSE(listed());
     const Pin a{"", "a", ""}, b{"b", "", "d"};
-    EXPECT_EQ(decodeReply(pins)->pins, (Pins{"Pin", a, {a, b}}));
-    EXPECT_EQ(decodeReply(R"({"id":1,"type":"P","default":null,"suggested":[]})")->pins, Pins{"P"});
-    const auto asked = R"({"id":1,"type":"P","entities":[{"id":"","name":"a","detail":""}]})";
-    EXPECT_EQ(decodeReply(asked)->pins, (Pins{"P", {}, {a}}));
+    const auto pins = toJSON(protocol::Reply<protocol::Suggestions>{{"Pin", a, {a, b}}, 2});
+    EXPECT_EQ(decodeReply(pins, {.request = "pins"})->pins, (Pins{"Pin", a, {a, b}}));
+    const auto asked = toJSON(protocol::Reply<protocol::Entities>{{"Pin", {b}}, 2});
+    EXPECT_EQ(decodeReply(asked, {.request = "pins", .ids = {{"b"}}})->pins,
+              (Pins{"Pin", {}, {b}}));
+    EXPECT_FALSE(decodeReply(asked, {.request = "pins"}));
 }
 
 TEST(Messages, AnythingElseIsNoReply) {
-    for (const char* line :
-         {"", "null", "[]", "{}", "{\"id\":1}", "{\"id\":\"1\",\"error\":\"no\"}",
-          "{\"id\":1,\"error\":7}", "{\"id\":1,\"widgets\":[{}]}", "{\"id\":1,\"widgets\":[3]}",
-          "{\"id\":1,\"type\":\"P\"}", "{\"id\":1,\"type\":\"P\",\"entities\":[3]}",
-          "{\"id\":1,\"type\":\"P\",\"suggested\":[]}", "Segmentation fault"})
-        EXPECT_FALSE(decodeReply(line)) << line;
-    const std::tuple<std::string, const char*, const char*> faults[] = {
-        {timeline, "iVBORwI=", "AAAA"},
-        {timeline, "iVBORwI=", ""},
-        {timeline, "null", "7"},
-        {timeline, "220", "\"220\""},
-        {timeline, "\"url\"", "\"u\""},
-        {timeline, "{\"after\":400}", "null"},
-        {timeline, "\"three\"", "3"},
-        {timeline, "400", "\"400\""},
-        {kinds, "\"kind\"", "\"k\""},
-        {kinds, "intent", "other"},
-        {kinds, "\"displayName\"", "\"name\""},
-        {kinds, "\"description\":\"\"", "\"description\":null"},
-        {kinds, "[]", "[7]"},
-        {kinds, "[]", "null"},
-        {pins, "\"id\":\"b\"", "\"id\":7"},
-        {pins, "\"name\":\"\"", "\"name\":null"},
-        {pins, "\"detail\":\"d\"", "\"detail\":[]"},
-        {pins, "\"default\"", "\"first\""},
-        {pins, "\"Pin\"", "null"},
+    const auto fault = [](const std::string& line) {
+        return decodeReply(line, {.request = "timeline"}).fault().message();
     };
-    for (const auto& [good, from, to] : faults) {
-        ASSERT_TRUE(decodeReply(good));
-        EXPECT_FALSE(decodeReply(changed(good, from, to))) << from << " as " << to;
-    }
+    const auto with = [](const std::string& display) {
+        auto reply = timeline();
+        reply.entries[0].display.write = [&](auto& json) { json.value("display"); };
+        auto line = toJSON(reply);
+        return line.replace(line.find("\"display\"", line.find("\"display\"") + 1), 9, display);
+    };
+    const auto lists = [](std::size_t depth) {
+        return std::string(depth, '[') + std::string(depth, ']');
+    };
+    EXPECT_EQ(fault("Segmentation fault"), "expected a JSON value, found Segmentation");
+    EXPECT_EQ(fault(R"({"id":"1","error":"no"})"), "/kind: expected a text, found nothing");
+    auto other = timeline();
+    other.id = "4";
+    EXPECT_EQ(fault(toJSON(other)), "an id that is none of the desktop's");
+    other = timeline();
+    other.entries[2].picture.value = "GIF";
+    EXPECT_EQ(fault(toJSON(other)), "a picture that is no PNG");
+    // What passes a limit, and what only just does not.
+    const auto& limits = protocol::replyLimits;
+    EXPECT_TRUE(decodeReply(with(lists(limits.depth - 3)), {.request = "timeline"}));
+    EXPECT_EQ(fault(with(lists(limits.depth - 2))),
+              "/entries/0/display: expected nesting at most 64 deep, found more");
+    EXPECT_EQ(fault(std::string(limits.bytes + 1, ' ')),
+              "expected at most 268435456 bytes, found more");
 }
 
 }  // namespace

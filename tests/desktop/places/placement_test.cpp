@@ -71,14 +71,13 @@ TEST(Placement, DropsOntoTheMonitorUnderTheMiddle) {
 TEST(Placement, FillsTheMonitorsWithoutOverlap) {
     const auto areaOf = [](const PlacedWidget& widget) {
         const auto& monitor = desk[widget.place.monitor == left ? 0 : 1];
-        const auto [x, y] = topLeft(widget.place, sizeOf(widget.family), monitor.area);
-        return std::pair{Position{monitor.origin.x + x, monitor.origin.y + y},
-                         sizeOf(widget.family)};
+        const auto [x, y] = topLeft(widget.place, widget.family.size, monitor.area);
+        return std::pair{Position{monitor.origin.x + x, monitor.origin.y + y}, widget.family.size};
     };
     std::vector<PlacedWidget> widgets;
     for (int n = 1; n <= 20; ++n) {
-        const auto family = n % 3 == 0 ? Family::medium : Family::small;
-        const auto place = freePlace(widgets, family, desk);
+        const Family family{.size = {n % 3 == 0 ? 344 : 164, 164}};
+        const auto place = freePlace(widgets, family.size, desk);
         if (!widgets.empty() && place == widgets[0].place) break;  // full
         widgets.push_back({.number = n, .family = family, .place = place});
         const auto [at, size] = areaOf(widgets.back());

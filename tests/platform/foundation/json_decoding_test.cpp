@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/foundation/json_sample.h"
+#include "platform/foundation/json_writing.h"
 #include "support/fixtures.h"
 #include "support/golden.h"
 
@@ -21,6 +22,18 @@ struct Sparse {
 };
 template <>
 inline constexpr auto fieldsOf<Sparse> = std::tuple{Field{"s", &Sparse::s}};
+
+/// A record with what a protocol needs beside.
+struct Message {
+    std::variant<std::monostate, std::int64_t, std::string> id{};
+    AnyJSON display{};
+    Bytes picture{};
+    std::optional<std::string> url{};
+};
+template <>
+inline constexpr auto fieldsOf<Message> =
+    std::tuple{Field{"id", &Message::id}, Field{"display", &Message::display},
+               Field{"picture", &Message::picture}, Field{"url", &Message::url, Key::always}};
 
 /// The document with one part replaced.
 static std::string with(std::string_view part, std::string_view replacement) {
@@ -69,6 +82,29 @@ TEST(JSONDecoding, TakesOneTextFromStartToEnd) {
     EXPECT_TRUE(decodeJSON<Sparse>(std::string_view{"{}}"}.substr(0, 2)));
     for (std::size_t length = 0; length < document.size(); ++length)
         ASSERT_FALSE(decodeJSON<Outer>(std::string_view{document}.substr(0, length))) << length;
+}
+
+TEST(JSONDecoding, ChoosesReadsBytesAndPassesOver) {
+    // a message | what is read of it and printed again, or the fault
+    expectTranscript("messages.txt", [](const std::string& line) {
+        auto message = decodeJSON<Message>(line);
+        if (!message) return message.fault().message();
+        message->display.write = [](JSONWriter& json) { json.value("shown"); };
+        return toJSON(*message);
+    });
+}
+
+TEST(JSONDecoding, KeepsToTheLimitsOfItsCaller) {
+    const auto at = [](const Limits& limits) {
+        const auto result = decodeJSON<Outer>(document, limits);
+        return result ? "" : result.fault().message();
+    };
+    EXPECT_EQ(at({.bytes = document.size(), .depth = 4, .values = 20}), "");
+    const auto size = std::to_string(document.size() - 1);
+    EXPECT_EQ(at({.bytes = document.size() - 1}),
+              "expected at most " + size + " bytes, found more");
+    EXPECT_EQ(at({.depth = 3}), "/last/x: expected nesting at most 3 deep, found more");
+    EXPECT_EQ(at({.values = 19}), "/a~1b~0c/1: expected at most 19 values, found more");
 }
 
 TEST(JSONDecoding, LimitsTheDepth) {
