@@ -31,15 +31,7 @@ constexpr const char* applicationId = "com.tessary.desktop.Widgets";
 /// What is supposed where no screen is at hand: nearly any has room for that.
 const std::vector<Monitor> supposed{{.area = {1280, 720}}};
 
-std::string defaultContainer() {
-    return Text{
-        g_build_filename(g_get_user_data_dir(), "group-containers", TESSARY_APP_GROUP, nullptr)}
-        .get();
-}
-
-Folders foldersOf(const Command& command) {
-    return {command.container.empty() ? defaultContainer() : command.container, command.info};
-}
+Folders foldersOf(const Command& command) { return {command.container, command.info}; }
 
 /// The instance that calls reach.
 class Instance {
@@ -78,9 +70,9 @@ private:
     }
 
     Result<Outcome> carryOut(const Command& command, const Kinds& kinds) {
-        if (live_ && !command.container.empty() && command.container != live_->folders().container)
-            return Fault{"the desktop that runs shows " + live_->folders().container +
-                         ", --quit ends it"};
+        if (live_ && !command.container.empty() && live_->container() != command.container)
+            return Fault{"the desktop that runs shows " +
+                         live_->container().value_or("no container").native() + ", --quit ends it"};
         switch (command.action) {
             case Action::start: return start(command);
             case Action::gallery:

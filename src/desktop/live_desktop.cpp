@@ -22,24 +22,41 @@ dialogs::Dialogs::Events commands(const std::function<void(const Command&)>& cho
     return {.added = add, .chosen = edit};
 }
 
+std::optional<std::filesystem::path> given(const std::string& path) {
+    return path.empty() ? std::nullopt : std::optional{std::filesystem::path{path}};
+}
+
 }  // namespace
 
 std::vector<std::string> options(const Folders& folders) {
-    std::vector<std::string> words{"--container", folders.container};
+    std::vector<std::string> words;
+    if (!folders.container.empty()) words.insert(words.end(), {"--container", folders.container});
     if (!folders.info.empty()) words.insert(words.end(), {"--info", folders.info});
     return words;
 }
 
 LiveDesktop::LiveDesktop(Folders folders, std::function<void(const Command&)> chosen)
     : folders_{std::move(folders)},
+      source_{.places = snapshot::Places::given(given(folders_.container), given(folders_.info))},
       extension_{client::extensionCommand(options(folders_))},
       dialogs_{dialogs::makeDialogs(extension_, commands(chosen))},
       desktop_{ground(), std::move(chosen)},
       alarm_{desktop_.signs().clock},
-      files_{folders_.container + "/widgets/*.json", desktop_.signs().files},
-      zone_{zoneFile, desktop_.signs().zone},
+      dictionaries_{source_.places.dictionaries,
+                    {.changed = [this] { follow(), desktop_.reload(); }}},
+      zone_{{zoneFile}, desktop_.signs().zone},
       lock_{desktop_.signs().lock},
-      monitors_{desktop_.signs().monitors} {}
+      monitors_{desktop_.signs().monitors} {
+    follow();
+}
+
+/// Watches the container that the dictionary names now.
+void LiveDesktop::follow() {
+    container_ = source_.locate("").container;
+    std::vector<std::filesystem::path> files;
+    if (container_) files.push_back(*container_ / "widgets/*.json");
+    files_.emplace(std::move(files), desktop_.signs().files);
+}
 
 Ground LiveDesktop::ground() {
     return {.extension = extension_,

@@ -6,9 +6,12 @@
 //     live.desktop().show(widgets);
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "desktop/client/extension_process.h"
 #include "desktop/desktop.h"
@@ -17,12 +20,14 @@
 #include "desktop/signs/session_lock.h"
 #include "desktop/signs/wall_alarm.h"
 #include "desktop/windows/monitors.h"
+#include "snapshot/source.h"
 
 namespace tessary::desktop {
 
+/// What the user gave for the extension, absolute paths; empty: its own.
 struct Folders {
     std::string container{};
-    std::string info{};  ///< the information dictionary; empty: the extension's own
+    std::string info{};
 };
 
 /// What the extension is started with.
@@ -35,17 +40,23 @@ public:
     LiveDesktop(Folders folders, std::function<void(const Command&)> chosen);
 
     const Folders& folders() const { return folders_; }
+    /// Whose files the widgets show; none where the dictionary names no group.
+    const std::optional<std::filesystem::path>& container() const { return container_; }
     Desktop& desktop() { return desktop_; }
 
 private:
     Ground ground();
+    void follow();
 
     Folders folders_;
+    snapshot::Source source_;
+    std::optional<std::filesystem::path> container_{};
     client::ExtensionProcess extension_;
     std::unique_ptr<dialogs::Dialogs> dialogs_;
     Desktop desktop_;
     signs::WallAlarm alarm_;
-    signs::PathWatch files_, zone_;
+    signs::PathWatch dictionaries_, zone_;
+    std::optional<signs::PathWatch> files_{};
     signs::SessionLock lock_;
     windows::MonitorWatch monitors_;
 };

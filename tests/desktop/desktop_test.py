@@ -51,10 +51,10 @@ class Room:
         self.complaints.touch()
         subprocess.check_call([MAKE_SAMPLE, self.container])
 
-    def start(self):
+    def start(self, *words):
+        words = words or ("--container", self.container)
         with self.complaints.open("w") as log:
-            words = [PROGRAM, "--container", self.container]
-            self.desktop = self.screen.start(words, stderr=log)
+            self.desktop = self.screen.start([PROGRAM, *words], stderr=log)
 
     def end(self):
         assert self.desktop.wait(10) == 0
@@ -102,6 +102,7 @@ def without_a_desktop(room):
     expect("--add alarms", 0, "1\n")
     expect("--add metric --family medium", 0, "2\n")
     expect("--remove 3", 1, complaint="there is no widget 3")
+    expect("--add clock", 2, complaint="--add: 'clock' is not one of alarms, metric, alarm")
     expect("--add", 2, complaint="--add lacks its value: expected WIDGET")
     expect("--list", 0, TWO_WIDGETS.format(""))
     assert [w["number"] for w in json.loads(room.state.read_text())["widgets"]] == [1, 2]
@@ -244,6 +245,27 @@ def starts_again(room, logind):
     assert pathlib.Path(aside).read_text() == "{"
 
 
+def follows_its_dictionary(room, logind):
+    """To the group that it names, and to another once it names that."""
+    groups = room.programs.with_name("group-containers")
+    for name, state in ("one", "firing"), ("two", "quiet"):
+        subprocess.check_call([MAKE_SAMPLE, groups / name, "--state", state])
+    info = room.container.with_name("info.json")
+    logind.locked = False
+    info.write_text('{"TessaryAppGroup": "one"}')
+    expect("--add alarms", 0, "1\n")
+    room.start("--info", info)
+    room.until_card(*FIRST)
+    firing = room.look(*FIRST_NUMBER)
+    info.write_text('{"TessaryAppGroup": "two"}')
+    room.until_other(firing, FIRST_NUMBER, "the number of the other group's alarms")
+    shown = f"the desktop that runs shows {groups / 'two'}, --quit ends it"
+    expect("--container /elsewhere", 1, complaint=shown)
+    expect("--remove 1", 0)
+    expect("--quit", 0)
+    room.end()
+
+
 def draws_sharply(room):
     room.screen.refine()
     expect("--add metric", 0, "1\n")
@@ -268,6 +290,7 @@ def story(room):
     obeys_the_pointer(room)
     comes_back_with_its_monitor(room)
     starts_again(room, logind)
+    follows_its_dictionary(room, logind)
     draws_sharply(room)
 
 

@@ -12,8 +12,8 @@ constexpr std::chrono::milliseconds burst{15};
 
 }  // namespace
 
-PathWatch::PathWatch(const std::filesystem::path& path, Events events)
-    : watch_{{path}, system::PathWatch::Reach::lastThree}, events_{std::move(events)} {
+PathWatch::PathWatch(std::vector<std::filesystem::path> paths, Events events)
+    : watch_{std::move(paths), system::PathWatch::Reach::lastThree}, events_{std::move(events)} {
     if (watch_.descriptor() < 0) throw std::runtime_error{watch_.sight().fault().message()};
     const auto call = [](int, GIOCondition, gpointer self) -> gboolean {
         static_cast<PathWatch*>(self)->takeEvents();

@@ -1,11 +1,12 @@
 // News of paths (platform/system/path_watch.h) from GLib's main loop, a burst of changes at a time.
 //
-//     PathWatch files{container / "widgets/*.json", {.changed = [] { askForNewTimelines(); }}};
-//     PathWatch zone{"/etc/localtime", {.changed = [] { startAnew(); }}};
+//     PathWatch files{{container / "widgets/*.json"}, {.changed = [] { askForNewTimelines(); }}};
+//     PathWatch zone{{"/etc/localtime"}, {.changed = [] { startAnew(); }}};
 #pragma once
 
 #include <filesystem>
 #include <functional>
+#include <vector>
 
 #include "desktop/glib/timer.h"
 #include "platform/system/path_watch.h"
@@ -20,9 +21,9 @@ public:
         std::function<void()> changed{};   ///< and is over
     };
 
-    /// The path is absolute; its last name may be `*` and what names there have to end with. Throws
-    /// std::runtime_error where the system has no watch to give.
-    PathWatch(const std::filesystem::path& path, Events events);
+    /// The paths are absolute; the last name of one may be `*` and what names there have to end
+    /// with. Throws std::runtime_error where the system has no watch to give.
+    PathWatch(std::vector<std::filesystem::path> paths, Events events);
     PathWatch(const PathWatch&) = delete;
     PathWatch& operator=(const PathWatch&) = delete;
     ~PathWatch();

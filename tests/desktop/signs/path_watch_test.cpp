@@ -14,7 +14,7 @@ TEST(PathWatch, TellsOfABurstWhenItBeginsAndOnceItIsOver) {
     const TemporaryFolder folder;
     std::string told;
     const PathWatch watch{
-        folder / "*.json",
+        {folder / "*.json"},
         {.stirring = [&] { told += "stirring "; }, .changed = [&] { told += "changed "; }}};
     for (int burst = 0; burst < 2; ++burst) {
         for (int i = 0; i < 10; ++i) folder.write(std::to_string(i) + ".json", "{}");
