@@ -33,6 +33,13 @@ function(tessary_strict target)
   endif()
 endfunction()
 
+# What the leak sanitizer is told, an object for each program that is tested.
+function(tessary_leaks)
+  add_library(tessary_leaks OBJECT EXCLUDE_FROM_ALL "${PROJECT_SOURCE_DIR}/tests/support/leaks.cpp")
+  target_link_libraries(tessary_leaks PRIVATE tessary_options)
+  tessary_strict(tessary_leaks)
+endfunction()
+
 # The test framework's headers, compiled once for all test programs: they take longer than the tests.
 function(tessary_test_headers)
   add_library(tessary_test_headers OBJECT "${PROJECT_SOURCE_DIR}/cmake/nothing.cpp")
@@ -51,8 +58,7 @@ function(tessary_test name)
   if(NOT ARG_PROGRAMS AND NOT TESSARY_TESTS STREQUAL "all")
     return()
   endif()
-  add_executable(${name} ${ARG_SOURCES}
-                         "${PROJECT_SOURCE_DIR}/tests/support/leaks.cpp")
+  add_executable(${name} ${ARG_SOURCES} $<TARGET_OBJECTS:tessary_leaks>)
   target_link_libraries(${name} PRIVATE tessary_options ${ARG_LINKS} GTest::gmock GTest::gtest_main)
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_precompile_headers(${name} REUSE_FROM tessary_test_headers)
