@@ -48,8 +48,8 @@ Result<const Command*> calledCommand(const Program& program, const std::vector<T
                  joined(program.self.options, "--") + ", or one of " + commands};
 }
 
-constexpr int operand = 1, valueMissing = ':', refused = '?';  // what getopt_long() says
-constexpr const char* says = "-:";                             // when it is to say all of these
+constexpr int plainWord = 1, valueMissing = ':', refused = '?';  // what getopt_long() says
+constexpr const char* says = "-:";                               // when it is to say all of these
 
 /// The option that a word gives, with its value in `optarg`.
 Result<const Option*> givenOption(const Command& command, const Text& word, int code,
@@ -97,7 +97,7 @@ Result<Words> scanned(const Command& command, std::vector<Text> words) {
             ::getopt_long(count, pointers.data(), letters.c_str(), names.data(), nullptr);
         if (code == -1) break;
         const bool valueIsWord = ::optarg && ::optarg == pointers[at + 1];
-        if (code == operand) {
+        if (code == plainWord) {
             found.operands.emplace_back(::optarg);
         } else {
             const auto option = givenOption(command, words[at], code, valueIsWord);
