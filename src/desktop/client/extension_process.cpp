@@ -187,8 +187,8 @@ void ExtensionProcess::fail(const std::string& why) {
 
 /// A moment later, as this may be within the call that asks, and an answer may drop the extension.
 void ExtensionProcess::giveUp(const std::string& why) {
-    pause_.start({}, [why, unanswered = std::exchange(waiting_, {})] {
-        for (const auto& question : unanswered) question.answer({.error = why});
+    pause_.start({}, [this, why] {
+        for (const auto& question : std::exchange(waiting_, {})) question.answer({.error = why});
     });
 }
 

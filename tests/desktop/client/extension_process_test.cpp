@@ -176,6 +176,19 @@ TEST_F(Stand, OneThatIsNotInstalledIsFoundOnceItIs) {
     EXPECT_FALSE(unasked.running());
 }
 
+// Then the reason answers what is asked, after the call and once.
+TEST_F(Stand, PatienceMayEnd) {
+    for (const auto& words : {command("deaf"), command("garbage"), {container_ / "nowhere"}}) {
+        answers_.clear();
+        ExtensionProcess extension{words, {.tries = 1}};
+        ask(extension, 2);
+        EXPECT_TRUE(answers_.empty()) << "answered within the call";
+        EXPECT_TRUE(until([&] { return answers_.size() == 2; }));
+        EXPECT_EQ(answers_.front().substr(0, 14), "the extension ");
+    }
+    EXPECT_EQ(lines(".starts"), 2);
+}
+
 TEST(Extension, PausesDoubleUpToTheLongest) {
     const std::pair<int, std::chrono::seconds> table[] = {
         {1, 0s}, {2, 1s}, {3, 2s}, {4, 4s}, {10, 256s}, {11, 300s}, {1'000'000, 300s},
