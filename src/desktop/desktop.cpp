@@ -53,7 +53,7 @@ Signs Desktop::signs() {
         if (!shown_.empty()) ground_.extension.prepare();
     };
     const auto moveOn = [this] {
-        ground_.extension.renew();
+        ground_.extension.moveTo(ground_.zone());
         reload();
     };
     const auto lock = [this](bool locked) {

@@ -30,6 +30,7 @@ struct Ground {
     std::function<std::vector<places::Monitor>()> monitors{};  ///< at least one
     std::function<double()> now{};                             ///< seconds since 1970
     std::function<void(double moment)> wake{};                 ///< once, by the clock's sign
+    std::function<std::optional<std::string>()> zone{};        ///< the machine's, if it has a name
     std::function<void(const std::string& words)> note{};
 };
 

@@ -9,9 +9,6 @@ namespace tessary::desktop {
 
 namespace {
 
-// What the extension goes by from its start to its end, unless TZ names another zone.
-constexpr const char* zoneFile = "/etc/localtime";
-
 dialogs::Dialogs::Events commands(const std::function<void(const Command&)>& chosen) {
     const auto add = [chosen](const std::string& kind, const places::Family& family) {
         chosen({.action = Action::add, .widget = kind, .family = family.name});
@@ -44,7 +41,7 @@ LiveDesktop::LiveDesktop(Folders folders, std::function<void(const Command&)> ch
       alarm_{desktop_.signs().clock},
       dictionaries_{source_.places.dictionaries,
                     {.changed = [this] { follow(), desktop_.reload(); }}},
-      zone_{{zoneFile}, desktop_.signs().zone},
+      zone_{{signs::zoneFile}, desktop_.signs().zone},
       lock_{desktop_.signs().lock},
       monitors_{desktop_.signs().monitors} {
     follow();
@@ -65,6 +62,7 @@ Ground LiveDesktop::ground() {
             .monitors = windows::monitors,
             .now = signs::wallClock,
             .wake = [this](double moment) { alarm_.set(moment); },
+            .zone = signs::machineZone,
             .note = glib::note};
 }
 

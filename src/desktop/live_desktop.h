@@ -19,6 +19,7 @@
 #include "desktop/signs/path_watch.h"
 #include "desktop/signs/session_lock.h"
 #include "desktop/signs/wall_alarm.h"
+#include "desktop/signs/zone.h"
 #include "desktop/windows/monitors.h"
 #include "snapshot/source.h"
 

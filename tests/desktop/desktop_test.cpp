@@ -30,7 +30,9 @@ struct Asked : client::FakeExtension {
              (request.redacted.value_or(false) ? " redacted" : ""));
     }
     void prepare() override { tell("prepare"); }
-    void renew() override { tell("renew"); }
+    void moveTo(const std::optional<std::string>& zone) override {
+        tell("to " + zone.value_or("?"));
+    }
 };
 
 /// Tells what is other than before; it is known by its name.
@@ -161,6 +163,7 @@ private:
                               wake_ = moment;
                               tell((std::ostringstream{} << "wake " << moment).str());
                           },
+                      .zone = [] { return "Asia/Tokyo"; },
                       .note = [](const std::string& words) { tell("note: " + words); }},
                      [this](const Command& command) { carry(command); }};
 };
@@ -196,7 +199,7 @@ TEST(Desktop, AsksAndShowsInTime) {
         timeline 701 901               | timeline alarms
         timeline 702 902               | Firing shows 702, wake 902
         stirring                       | prepare
-        zone                           | renew, timeline alarms, dialogs
+        zone                           | to Asia/Tokyo, timeline alarms, dialogs
         timeline 703 903               | Firing shows 703, wake 903
         locked                         | timeline alarms redacted, dialogs
         timeline 704 904               | Firing shows 704, wake 904

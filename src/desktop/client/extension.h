@@ -21,9 +21,9 @@ public:
     /// For questions that are about to come.
     virtual void prepare() = 0;
 
-    /// Has everything from now on answered by a new process, also what is still unanswered: for
-    /// when something changes that a process reads only at its start.
-    virtual void renew() = 0;
+    /// Has what is asked from now on answered for that time zone. Where it has no name, by a new
+    /// process, also what is still unanswered: a process reads the machine's zone at its start.
+    virtual void moveTo(const std::optional<std::string>& timeZone) = 0;
 };
 
 }  // namespace tessary::client

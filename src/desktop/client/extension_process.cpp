@@ -108,6 +108,7 @@ ExtensionProcess::~ExtensionProcess() {
 void ExtensionProcess::ask(const Request& request, Answer answer) {
     waiting_.push_back({request, std::move(answer)});
     waiting_.back().request.id = ++lastId_;
+    waiting_.back().request.timeZone = timeZone_;
     if (pause_.running()) return;
     if (!run_) return start();
     idle_.cancel();
@@ -121,8 +122,9 @@ void ExtensionProcess::prepare() {
     if (waiting_.empty()) awaitReply();  // for the idle time anew
 }
 
-void ExtensionProcess::renew() {
-    if (!run_) return;
+void ExtensionProcess::moveTo(const std::optional<std::string>& timeZone) {
+    timeZone_ = timeZone;
+    if (timeZone_ || !run_) return;
     end();
     if (!waiting_.empty()) start();
 }

@@ -49,7 +49,7 @@ public:
     /// Starts a process if none runs.
     void prepare() override;
 
-    void renew() override;
+    void moveTo(const std::optional<std::string>& timeZone) override;
 
     /// Whether a process runs.
     bool running() const { return run_ != nullptr; }
@@ -75,6 +75,7 @@ private:
     std::shared_ptr<Run> run_{};
     std::vector<std::weak_ptr<Run>> dropped_{};  ///< may not have ended yet
     glib::Timer idle_{}, reply_{}, pause_{};
+    std::optional<std::string> timeZone_{};  ///< none: the process's own
     std::int64_t lastId_{};
     int failures_{};  ///< since the last good reply
 };

@@ -28,6 +28,7 @@ case $1 in
     dumb) exec >/dev/null ;;
 esac
 while read -r line; do
+    echo "$line" >>"$0.asked"
     id=${line#*:} id=${id%%,*}
     case $1 in
         crash) kill -SEGV $$ ;;
@@ -126,22 +127,24 @@ TEST_F(Stand, IsRenewedAndPrepared) {
     std::ofstream{script_ + ".ends"}.flush();
     ExtensionProcess extension{command("hang good"),
                                {.idle = 200ms, .reply = 60s, .firstPause = 60s}};
-    extension.renew();
+    extension.moveTo({});
     EXPECT_FALSE(extension.running());
     ask(extension, 2);
     EXPECT_TRUE(until([&] { return lines(".starts") == 1; }));
     testing::internal::CaptureStderr();
-    extension.renew();
+    extension.moveTo({});
     EXPECT_TRUE(until([&] { return answers_.size() == 2; }));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(answers_, numbers(2));
-    extension.renew();
+    extension.moveTo({});
     EXPECT_FALSE(extension.running());
     EXPECT_TRUE(until([&] { return lines(".ends") == 1; }));
     for (int i = 0; i < 3; ++i) extension.prepare();
     EXPECT_TRUE(extension.running());
+    extension.moveTo("Asia/Tokyo");
     ask(extension, 1);
     EXPECT_TRUE(until([&] { return answers_.size() == 3; }));
+    EXPECT_NE(contents(script_ + ".asked").find(R"("timeZone":"Asia/Tokyo")"), std::string::npos);
     EXPECT_TRUE(until([&] { return !extension.running(); }));
     EXPECT_EQ(lines(".starts"), 3);
 }
@@ -152,7 +155,7 @@ TEST_F(Stand, TakesWithItWhatItDroppedAndDidNotEnd) {
         ExtensionProcess extension{command("stay"), {}};
         extension.prepare();
         EXPECT_TRUE(until([&] { return bool{std::ifstream{script_ + ".pid"} >> dropped}; }));
-        extension.renew();
+        extension.moveTo({});
         EXPECT_EQ(::kill(dropped, 0), 0);
     }
     // With no loop that would do it later.
