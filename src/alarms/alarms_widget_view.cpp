@@ -49,7 +49,7 @@ struct Content {
         return message(localized("Alarm notifications are off in Tessary."));
     }
     View operator()(const AlarmsDisplay::Watching& state) const {
-        const View summary =
+        View summary =
             Summary{state.firing, {state.watched, state.paused, state.updated, state.stale}};
         if (!medium) return summary;
         return HStack(Alignment::top, Spacing::columns,

@@ -47,7 +47,9 @@ struct Answers : testing::TestWithParam<Place> {
     static bool isIn(const WidgetEntry& entry, const std::string& state) {
         return says(entry, R"({"case":")" + state + '"');
     }
-    std::string sample() { return described(widget.answer(Request::placeholder, {}).entries[0]); }
+    std::string sample() const {
+        return described(widget.answer(Request::placeholder, {}).entries[0]);
+    }
 };
 INSTANTIATE_TEST_SUITE_P(Every, Answers, testing::Values(alarms, metric, alarm));
 

@@ -87,6 +87,7 @@ Result<Words> scanned(const Command& command, std::vector<Text> words) {
     }
     names.push_back({});
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (Text& word : words) pointers.push_back(word.data());
     pointers.push_back(nullptr);
     const auto count = static_cast<int>(words.size());

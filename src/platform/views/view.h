@@ -44,9 +44,10 @@ concept ViewRecord = requires(const Record& record) {
     { record.body() } -> std::convertible_to<View>;
 };
 template <class Record, class Argument>
-concept RecordReading = requires(const Record& record, const Argument& argument) {
+concept RecordReading = requires(const Record& record, const Record& other,
+                                 const Argument& argument) {
     { record.body(argument) } -> std::convertible_to<View>;
-    { record == record } -> std::convertible_to<bool>;
+    { record == other } -> std::convertible_to<bool>;
 };
 
 enum class Axis { horizontal, vertical };

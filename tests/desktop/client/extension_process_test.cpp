@@ -117,7 +117,7 @@ TEST_F(Stand, EndsUnaskedAndComesBackWhenItIsAsked) {
         }
         EXPECT_EQ(answers_, numbers(3));
         EXPECT_EQ(lines(".starts"), 3);
-        EXPECT_TRUE(until([&] { return lines(".ends") == ends; }));
+        EXPECT_TRUE(until([&, due = ends] { return lines(".ends") == due; }));
     }
 }
 
