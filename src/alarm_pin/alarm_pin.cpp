@@ -10,9 +10,11 @@ using locale::localized;
 
 pins::PinWords AlarmPin::words() {
     return {
+        .heading = localized("CloudWatch alarm"),
+        .description = localized(
+            "One alarm you pinned in Tessary: its state and its metric against the threshold."),
         .title = localized("Alarm"),
         .entityType = localized("Pinned alarm"),
-        .heading = localized("CloudWatch alarm"),
         .howToPin = localized("In Tessary, open an alarm and use Add to widget."),
         .chooseTitle = localized("Choose an alarm"),
         .howToChoose = localized("Edit the widget to pick one of your pinned alarms."),

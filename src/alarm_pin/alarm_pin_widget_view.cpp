@@ -59,9 +59,9 @@ View reason(const Pin& pin) {
 
 }  // namespace
 
-View AlarmPin::layout(const Pinned& state, bool medium) {
+View AlarmPin::layout(const Pinned& state, WidgetFamily family) {
     const StateBadge badge{state.pin.state, state.muted()};
-    if (!medium)
+    if (family == WidgetFamily::systemSmall)
         return VStack(Alignment::leading, Spacing::rows,
                       {name(state.pin), badge, chart(state), footer(state)});
 

@@ -40,7 +40,7 @@ AlarmList firstOf(const AlarmsDisplay::Watching& state) {
 
 /// What each case looks like.
 struct Content {
-    bool medium{};
+    WidgetFamily family{};
 
     View operator()(const AlarmsDisplay::Unavailable&) const {
         return message(localized("Open Tessary and turn on alarm notifications."));
@@ -51,7 +51,7 @@ struct Content {
     View operator()(const AlarmsDisplay::Watching& state) const {
         View summary =
             Summary{state.firing, {state.watched, state.paused, state.updated, state.stale}};
-        if (!medium) return summary;
+        if (family == WidgetFamily::systemSmall) return summary;
         return HStack(Alignment::top, Spacing::columns,
                       {
                           summary.frame(FixedFrame{.width = 118, .alignment = Alignment::leading}),
@@ -63,6 +63,14 @@ struct Content {
 
 }  // namespace
 
+widgets::WidgetConfiguration alarmsConfiguration(const snapshot::Source& source) {
+    return widgets::configuration("com.tessary.desktop.widgets.alarms", AlarmsProvider{source},
+                                  alarmsWidget)
+        .configurationDisplayName(title())
+        .description(localized("CloudWatch alarms in ALARM across the profiles Tessary watches."))
+        .supportedFamilies({WidgetFamily::systemSmall, WidgetFamily::systemMedium});
+}
+
 View alarmsWidget(AlarmsEntry entry) {
     return View{AlarmsWidgetView{std::move(entry.display)}}
         .modifier(presentation::LockedPlaceholder{title()})
@@ -71,8 +79,7 @@ View alarmsWidget(AlarmsEntry entry) {
 }
 
 View AlarmsWidgetView::body(const Environment& environment) const {
-    const bool medium = environment.widgetFamily == WidgetFamily::systemMedium;
-    return std::visit(Content{medium}, display.value())
+    return std::visit(Content{environment.widgetFamily}, display.value())
         .frame(FlexibleFrame::unbounded(Alignment::topLeading))
         .colorScheme(ColorScheme::dark);
 }

@@ -9,11 +9,15 @@
 
 #include "alarms/alarms_provider.h"
 #include "platform/views/view.h"
+#include "platform/widgets/widget_configuration.h"
 
 namespace tessary::alarms {
 
 using views::Environment;
 using views::View;
+
+/// The widget's declaration; what it answers comes from `source`.
+widgets::WidgetConfiguration alarmsConfiguration(const snapshot::Source& source);
 
 /// The widget: its content, guarded while locked, on the background, with its link.
 View alarmsWidget(AlarmsEntry entry);

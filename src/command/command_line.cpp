@@ -7,6 +7,7 @@ namespace tessary::command {
 
 using namespace system;
 using extension::PictureFormat;
+using foundation::choices;
 using foundation::Result;
 using locale::UserLocale;
 using widgets::Request;
@@ -31,7 +32,10 @@ constexpr Option container{
     "The shared container, the folder that holds widgets/ (default: the group's own)"};
 constexpr Option info{"info", "FILE",
                       "The information dictionary, a JSON object (default: the installed one)"};
-constexpr Option which{"request", "WHICH", "placeholder, snapshot or timeline (default: timeline)"};
+constexpr Option which{.name = "request",
+                       .value = "WHICH",
+                       .help = "(default: timeline)",
+                       .choices = choices<Request>};
 constexpr Option preview{"preview", "", "Ask as a gallery does"};
 constexpr Option pin{"pin", "ID",
                      "The pin that the widget is configured with (default: the first of the file)"};
@@ -43,13 +47,19 @@ constexpr Option at{"at", "TIME",
                     "The current time: seconds since 1970 or RFC 3339 (default: the clock's)"};
 constexpr Option locale{"locale", "NAME", "The user's locale (default: the environment's)"};
 constexpr Option timeZone{"time-zone", "NAME", "The user's time zone (default: the environment's)"};
-constexpr Option family{"family", "SIZE", "small or medium (default: small)", picture};
+constexpr Option family{.name = "family",
+                        .value = "SIZE",
+                        .help = "(default: small)",
+                        .group = picture,
+                        .choices = choices<WidgetFamily>};
 constexpr Option entry{"entry", "N", "Which entry of the timeline, from 0 (default: 0)", picture};
 constexpr Option redacted{"redacted", "", "As a placeholder, as on a locked screen", picture};
 constexpr Option scale{"scale", "S", "Pixels per point, 1 to 4 (default: 2)", picture};
-constexpr Option format{"format", "FORMAT",
-                        "png, svg, pdf, json or text (default: from the output's ending, else png)",
-                        picture};
+constexpr Option format{.name = "format",
+                        .value = "FORMAT",
+                        .help = "(default: from the output's ending, else png)",
+                        .group = picture,
+                        .choices = choices<PictureFormat>};
 constexpr Option output{"output", "FILE",
                         "Where it goes (default: standard output; pictures not to a terminal)",
                         picture, 'o'};

@@ -19,6 +19,11 @@ constexpr bool isPicture(PictureFormat format) {
     return format != PictureFormat::json && format != PictureFormat::text;
 }
 
+/// Whether it says when its entry is dated, so that no two entries have the same.
+constexpr bool bearsDate(PictureFormat format) {
+    return format == PictureFormat::pdf || format == PictureFormat::json;
+}
+
 }  // namespace tessary::extension
 
 template <>

@@ -10,10 +10,20 @@
 
 namespace tessary::extension {
 
+namespace {
+
+views::Size sizeOf(widgets::WidgetFamily family) {
+    switch (family) {
+        case widgets::WidgetFamily::systemSmall: return {164, 164};
+        case widgets::WidgetFamily::systemMedium: return {344, 164};
+    }
+    return {};
+}
+
+}  // namespace
+
 views::Surface surface(widgets::WidgetFamily family, double scale) {
-    constexpr double height = 164;
-    const bool medium = family == widgets::WidgetFamily::systemMedium;
-    return {{medium ? 344 : height, height}, views::EdgeInsets::all(16), 22, scale};
+    return {sizeOf(family), views::EdgeInsets::all(16), 22, scale};
 }
 
 views::DisplayList Renderer::layOut(const widgets::WidgetEntry& entry,

@@ -110,7 +110,7 @@ public:
 
     protocol::Entry drawn(const WidgetEntry& entry) {
         views::DisplayList list = renderer_.layOut(entry, options_);
-        if (bearsItsDate() || list != list_) {
+        if (bearsDate(options_.format) || list != list_) {
             list_ = std::move(list);
             picture_ = renderer_.paint(list_, kind_, entry.date, options_);
         }
@@ -124,10 +124,6 @@ public:
     }
 
 private:
-    bool bearsItsDate() const {
-        return options_.format == PictureFormat::pdf || options_.format == PictureFormat::json;
-    }
-
     Renderer& renderer_;
     const std::string& kind_;
     const PictureOptions& options_;

@@ -9,9 +9,11 @@ using locale::localized;
 
 pins::PinWords MetricPin::words() {
     return {
+        .heading = localized("CloudWatch metric"),
+        .description =
+            localized("A metric you pinned in Tessary: its latest value and recent hours."),
         .title = localized("Metric"),
         .entityType = localized("Pinned metric"),
-        .heading = localized("CloudWatch metric"),
         .howToPin = localized("In Tessary, use Add to widget on a CloudWatch chart."),
         .chooseTitle = localized("Choose a metric"),
         .howToChoose = localized("Edit the widget to pick one of your pinned metrics."),

@@ -17,13 +17,15 @@ using Pinned = pins::Pinned<MetricPinsSnapshot>;
 struct MetricPin {
     using Snapshot = MetricPinsSnapshot;
 
+    static constexpr const char* widget = "com.tessary.desktop.widgets.metric";
+
     static pins::PinWords words();
     /// "name · statistic · profile · region".
     static std::string detail(const Snapshot::Pin& pin);
     static Snapshot::Pin sample(Date now);
     /// The metric's screen in the host application; none where no metric is shown.
     static std::optional<std::string> link(const Snapshot::Pin* shown);
-    static views::View layout(const Pinned& state, bool medium);
+    static views::View layout(const Pinned& state, views::WidgetFamily family);
 };
 
 }  // namespace tessary::metric

@@ -59,8 +59,8 @@ View summary(const Pinned& state) {
 
 }  // namespace
 
-View MetricPin::layout(const Pinned& state, bool medium) {
-    if (!medium)
+View MetricPin::layout(const Pinned& state, WidgetFamily family) {
+    if (family == WidgetFamily::systemSmall)
         return VStack(Alignment::leading, Spacing::rows,
                       {header(state.pin), value(state), chart(state), footer(state)});
     const View history = VStack(Alignment::leading, Spacing::caption,

@@ -2,12 +2,13 @@
 // Provider, query and view are written once, here, for any kind of pin:
 //
 //     struct MetricPin {
+//         static constexpr const char* widget = "com.example.metric";    // identifies it to hosts
 //         using Snapshot = snapshot::MetricPinsSnapshot;
 //         static PinWords words();
 //         static std::string detail(const Snapshot::Pin& pin);    // below its label in an editor
 //         static Snapshot::Pin sample(Date now);                  // for previews
 //         static std::optional<std::string> link(const Snapshot::Pin* shown);
-//         static View layout(const Pinned<Snapshot>& state, bool medium);
+//         static View layout(const Pinned<Snapshot>& state, WidgetFamily family);
 //     };
 #pragma once
 
@@ -21,10 +22,11 @@
 namespace tessary::pins {
 
 struct PinWords {
-    std::string title{};       ///< of the parameter in an editor
-    std::string entityType{};  ///< what one choice is called
+    std::string heading{};  ///< the widget's name, in a gallery and where it has nothing to show
+    std::string description{};  ///< of the widget, in a gallery
+    std::string title{};        ///< of the parameter in an editor
+    std::string entityType{};   ///< what one choice is called
     // For a widget that has nothing to show:
-    std::string heading{};  ///< the widget's name line
     std::string howToPin{};
     std::string chooseTitle{};
     std::string howToChoose{};

@@ -1,8 +1,6 @@
 // The widget of one pin: what it looks like around a kind's layout, and its declaration.
 //
-//     pinConfiguration<MetricPin>("com.example.metric", source)
-//         .configurationDisplayName("CloudWatch metric")
-//         .supportedFamilies({WidgetFamily::systemSmall});
+//     pinConfiguration<MetricPin>(source).displayName      // "CloudWatch metric"
 #pragma once
 
 #include <optional>
@@ -31,8 +29,7 @@ struct PinContent {
     PinDisplay<typename Kind::Snapshot> display;
 
     View body(const views::Environment& environment) const {
-        const bool medium = environment.widgetFamily == views::WidgetFamily::systemMedium;
-        return std::visit(Cases{Kind::words(), medium}, display.value())
+        return std::visit(Cases{Kind::words(), environment.widgetFamily}, display.value())
             .frame(views::FlexibleFrame::unbounded(views::Alignment::topLeading))
             .colorScheme(views::ColorScheme::dark);
     }
@@ -41,10 +38,10 @@ struct PinContent {
 private:
     struct Cases {
         PinWords words{};
-        bool medium{};
+        views::WidgetFamily family{};
 
         View operator()(const Pinned<typename Kind::Snapshot>& state) const {
-            return Kind::layout(state, medium);
+            return Kind::layout(state, family);
         }
         View operator()(const NotPinned&) const { return notPinned(words.howToPin); }
         View operator()(const Choose&) const {
@@ -83,10 +80,13 @@ View pinWidget(PinEntry<typename Kind::Snapshot> entry) {
 }
 
 template <class Kind>
-widgets::WidgetConfiguration pinConfiguration(std::string kind, const snapshot::Source& source) {
+widgets::WidgetConfiguration pinConfiguration(const snapshot::Source& source) {
     const PinQuery<Kind> query{source};
     const PinWords words = Kind::words();
-    return widgets::configuration(std::move(kind), PinProvider<Kind>{source}, pinWidget<Kind>)
+    return widgets::configuration(Kind::widget, PinProvider<Kind>{source}, pinWidget<Kind>)
+        .configurationDisplayName(words.heading)
+        .description(words.description)
+        .supportedFamilies({views::WidgetFamily::systemSmall, views::WidgetFamily::systemMedium})
         .configuredBy({
             .title = words.title,
             .entityType = words.entityType,

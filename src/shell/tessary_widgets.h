@@ -20,17 +20,4 @@ struct TessaryWidgets {
     std::vector<WidgetConfiguration> body() const;
 };
 
-struct AlarmsWidget {
-    Source source{};
-    WidgetConfiguration body() const;
-};
-struct MetricWidget {
-    Source source{};
-    WidgetConfiguration body() const;
-};
-struct AlarmPinWidget {
-    Source source{};
-    WidgetConfiguration body() const;
-};
-
 }  // namespace tessary::shell

@@ -76,4 +76,16 @@ std::string knownNames() {
     return text;
 }
 
+/// The short names as a sentence has them: "png, svg or pdf".
+template <class Case>
+std::string choices() {
+    std::string text, last;
+    for (const auto& entry : namesOf<Case>) {
+        if (entry.name != shortName(entry.value)) continue;
+        if (!last.empty()) text += (text.empty() ? "" : ", ") + last;
+        last = entry.name;
+    }
+    return text.empty() ? last : text + " or " + last;
+}
+
 }  // namespace tessary::foundation

@@ -111,7 +111,11 @@ Result<Words> scanned(const Command& command, std::vector<Text> words) {
     return command.lastCounts ? found : once(std::move(found));
 }
 
-Text row(Text names, const char* help) {
+Text helpOf(const Option& option) {
+    return (option.choices != nullptr ? option.choices() + " " : "") + option.help;
+}
+
+Text row(Text names, const Text& help) {
     names.resize(std::max<std::size_t>(28, names.size() + 1), ' ');
     return "  " + names + help + "\n";
 }
@@ -124,7 +128,7 @@ Text optionRows(const Command& command) {
         if (group == groups.end()) group = groups.insert(group, {title, ""});
         const Text names =
             (option.letter ? Text{'-', option.letter, ','} : "") + "--" + option.name;
-        group->second += row(names + (*option.value ? " " : "") + option.value, option.help);
+        group->second += row(names + (*option.value ? " " : "") + option.value, helpOf(option));
     }
     Text text;
     for (const auto& [title, rows] : groups)

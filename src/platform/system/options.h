@@ -40,6 +40,7 @@ struct Option {
     const char* group{""};  ///< none: the command's
     char letter{};
     Use use{Use::once};
+    std::string (*choices)(){};  ///< the words that it takes, said before the help; none: any
 };
 
 struct Command {

@@ -45,6 +45,7 @@ TEST(JSONWriting, PrintsEveryKindOfValue) {
               R"([{"case":"empty"},{"case":"shown","t":1,"v":2}],null])");
     EXPECT_EQ(parse<Size>("middle"), Size::medium);
     EXPECT_EQ(knownNames<Size>(), "small, medium, middle");
+    EXPECT_EQ(choices<Size>(), "small or middle");
 }
 
 TEST(JSONWriting, IndentsByTwo) {

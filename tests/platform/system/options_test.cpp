@@ -9,7 +9,9 @@ namespace {
 
 constexpr Option aid{"help", "", "Say this", "Options", 'h', Use::alone};
 constexpr Option size{"size", "N", "How large (default: 7)", "Look"};
-constexpr Option tag{"tag", "WORD", "Write this on it", "Look", 't', Use::often};
+constexpr Option tag{"tag", "WORD", "written on it", "Look", 't', Use::often, [] {
+                         return std::string{"mine or yours"};
+                     }};
 constexpr Option bold{.name = "bold", .help = "With thick lines", .letter = 'b'};
 constexpr Option ofDraw[] = {aid, size, bold, tag};
 constexpr Option ofWipe[] = {size};
