@@ -6,6 +6,7 @@
 
 #include "platform/foundation/utf8.h"
 #include "platform/views/text_fitting.h"
+#include "support/golden.h"
 #include "support/table.h"
 
 namespace tessary::drawing {
@@ -19,16 +20,8 @@ using views::Weight;
 constexpr auto weights = {Weight::regular, Weight::medium, Weight::semibold};
 constexpr auto designs = {FontDesign::standard, FontDesign::rounded};
 constexpr const char* family = "\U0001F469\u200D\U0001F469\u200D\U0001F467";
-const std::vector<std::string> names =
-    table(
-        "orders-queue-age | Office fjord AVATAR | Ce\u0301line na\u00EFve \u0141\u00F3d\u017A |"
-        "Καθυστέρηση ουράς | Очередь заказов | תור ההזמנות 42 | طابور الطلبات | कतार की आयु क्षि |"
-        "คิวคำสั่งซื้อ | 注文キューの遅延 | 주문 대기열 | 订单队列 | fire \U0001F525 "
-        "\U0001F44D\U0001F3FD |"
-        "\U0001F469\u200D\U0001F469\u200D\U0001F467 | \U0001F3F3\uFE0F\u200D\U0001F308 |"
-        "\U0001F1E9\U0001F1EA\U0001F1EF\U0001F1F5 | 1\uFE0F\u20E3 p99 > 1\u202F500 ms |"
-        "a\u00A0b \u2026 \u2192 \u20AC")
-        .front();
+/// Of many scripts.
+const auto names = table(contents(storedGolden("names.txt", __FILE__))).front();
 
 PangoTypesetter& typesetter() {
     static PangoTypesetter shared{"en_US"};
