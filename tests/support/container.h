@@ -29,7 +29,7 @@ inline std::string examplePins(const std::vector<std::string>& ids, int schema =
                 R"("namespace":"n","metricName":"CPU","stat":"Sum","periodSeconds":60,)" +
                 R"("reason":"","points":[],"authExpired":false})";
     return R"({"schemaVersion":)" + std::to_string(schema) +
-           R"(,"updatedMs":1731772800000,"intervalSeconds":200,"pins":[)" + pins + "]}";
+           R"(,"updatedMs":1731772800000,"intervalSeconds":60,"pins":[)" + pins + "]}";
 }
 inline constexpr foundation::Date exampleUpdated{1731772800};
 inline constexpr foundation::Date exampleNow{1731772840};
