@@ -16,9 +16,7 @@ TEST_F(Program, SaysByItsStatusWhoseFaultItWas) {
     expectTranscript("statuses.txt", [&](const std::string& words) {
         const int status = run(words);
         EXPECT_EQ(out_.empty(), status != 0) << words;
-        for (auto at = err_.find(folder_); at != err_.npos; at = err_.find(folder_))
-            err_.replace(at, folder_.size(), "$C");
-        return std::to_string(status) + ' ' + err_;
+        return std::to_string(status) + ' ' + replaced(err_, folder_, "$C");
     });
 }
 
