@@ -68,7 +68,7 @@ TEST_P(Answers, HaveTheSampleForAPlaceholderWithoutReading) {
 TEST_P(Answers, AreOfTheFileOrInAPreviewWithoutDataTheSample) {
     const std::string none = isPin() ? "notPinned" : "unavailable";
     const std::string later =
-        isPin() ? examplePins({"a"}, 2) : R"({"schemaVersion":2)" + std::string{exampleAlarms + 21};
+        isPin() ? examplePins({"a"}, 2) : replaced(exampleAlarms, ": 1,", ": 2,");
     for (const std::string& text :
          {std::string{}, std::string{"{"}, later, examplePins({}), usable()}) {
         put(text);
