@@ -21,6 +21,12 @@ TEST(AlarmsDisplay, WatchesInOneStateOnly) {
     }
 }
 
+TEST(AlarmsDisplay, IsPausedWhereASignInExpired) {
+    AlarmsSnapshot snapshot = example;
+    snapshot.targets.assign(7, example.targets.back());
+    EXPECT_EQ((AlarmsDisplay{snapshot, exampleNow}.watching()->paused), 7);
+}
+
 TEST(AlarmsDisplay, IsFreshForTwoMinutesAtLeast) {
     AlarmsSnapshot snapshot = example;
     snapshot.intervalSeconds = 39;
