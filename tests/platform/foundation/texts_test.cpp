@@ -1,6 +1,7 @@
 // What is made of one text: a case is what is asked, and the text.
 #include <gtest/gtest.h>
 
+#include "platform/foundation/base64.h"
 #include "platform/foundation/date.h"
 #include "platform/foundation/json_numbers.h"
 #include "platform/foundation/percent_encoding.h"
@@ -15,6 +16,8 @@ static std::string answered(const std::string& line) {
     const auto orNone = [](const auto& number) {
         return number ? std::to_string(*number) : "none";
     };
+    if (asked == "base64") return base64(text);
+    if (asked == "bytes") return decodeBase64(text).value_or("none");
     if (asked == "percent") return percentEncoded(text);
     if (asked == "visible") return visible(text);
     if (asked == "integer") return orNone(asInteger(readNumber(text).value()));
@@ -23,6 +26,14 @@ static std::string answered(const std::string& line) {
 }
 
 TEST(Texts, AreReadAndWritten) { expectTranscript("texts.txt", answered); }
+
+TEST(Base64, BringsBackEveryByteAtEveryPlace) {
+    std::string bytes;
+    for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
+    bytes += std::string{bytes.rbegin(), bytes.rend()} + "\xFF";
+    for (std::size_t length = 0; length <= bytes.size(); ++length)
+        EXPECT_EQ(decodeBase64(base64(bytes.substr(0, length))), bytes.substr(0, length));
+}
 
 TEST(VisibleText, IsCutToItsCells) {
     const std::string mixed = "a日本bé\tc日";  // 11 cells
