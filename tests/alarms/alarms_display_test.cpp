@@ -1,20 +1,13 @@
 #include "alarms/alarms_display.h"
 
 #include <gtest/gtest.h>
-#include <limits>
 
 #include "support/container.h"
 
 namespace tessary::alarms {
 namespace {
 
-constexpr auto lowest = std::numeric_limits<std::int64_t>::min();
-
 const AlarmsSnapshot example = foundation::decodeJSON<AlarmsSnapshot>(exampleAlarms).value();
-
-AlarmsDisplay::Watching watching(const AlarmsSnapshot& snapshot, Date now = exampleNow) {
-    return *AlarmsDisplay{snapshot, now}.watching();
-}
 
 TEST(AlarmsDisplay, WatchesInOneStateOnly) {
     using namespace std::string_literals;
@@ -28,25 +21,18 @@ TEST(AlarmsDisplay, WatchesInOneStateOnly) {
     }
 }
 
-TEST(AlarmsDisplay, PassesOnWhatTheSnapshotHolds) {
+TEST(AlarmsDisplay, IsPausedWhereASignInExpired) {
     AlarmsSnapshot snapshot = example;
-    EXPECT_EQ(watching(snapshot),
-              (AlarmsDisplay::Watching{4, 3, 1, exampleUpdated, false, example.topAlarms}));
     snapshot.targets.assign(7, example.targets.back());
-    snapshot.firing = lowest;
-    snapshot.updatedMs = lowest;
-    EXPECT_EQ(
-        watching(snapshot),
-        (AlarmsDisplay::Watching{lowest, 7, 7, {-9223372036854775.808}, true, example.topAlarms}));
+    EXPECT_EQ((AlarmsDisplay{snapshot, exampleNow}.watching()->paused), 7);
 }
 
-/// As snapshot/freshness.h has it.
-TEST(AlarmsDisplay, IsStaleByThreeIntervalsAndTwoMinutesAtLeast) {
+TEST(AlarmsDisplay, IsFreshForTwoMinutesAtLeast) {
     AlarmsSnapshot snapshot = example;
-    for (const auto& [interval, limit] : {std::pair{40, 120}, {41, 123}}) {
-        snapshot.intervalSeconds = interval;
-        EXPECT_FALSE(watching(snapshot, exampleUpdated + limit).stale);
-        EXPECT_TRUE(watching(snapshot, exampleUpdated + (limit + 0.001)).stale);
+    snapshot.intervalSeconds = 39;
+    for (const double late : {0.0, 0.001}) {
+        const AlarmsDisplay display{snapshot, exampleUpdated + (120 + late)};
+        EXPECT_EQ(display.watching()->stale, late > 0);
     }
 }
 

@@ -36,9 +36,7 @@ protected:
     std::string compact(const std::string& words) {
         std::string text;
         for (const auto& line : table(output(words))) text += line.at(0);
-        for (auto at = text.find("\": "); at != text.npos; at = text.find("\": ", at))
-            text.erase(at + 2, 1);
-        return text;
+        return replaced(text, "\": ", "\":");
     }
 
     Container container_{};

@@ -4,7 +4,7 @@
 
 #include "desktop/client/fake_extension.h"
 #include "desktop/places/sample_kinds.h"
-#include "support/table.h"
+#include "support/golden.h"
 
 namespace tessary::desktop {
 namespace {
@@ -78,8 +78,7 @@ class Stage {
 public:
     /// A call of the program, or a word and what it is about.
     void happens(const std::string& row) {
-        std::istringstream in{row};
-        std::vector<std::string> words{std::istream_iterator<std::string>{in}, {}};
+        const auto words = tessary::words(row);
         if (row.starts_with("--")) return carry(parseCall(words, "/").value());
         const auto signs = desktop_.signs();
         const std::vector<std::string> rest{words.begin() + 1, words.end()};
@@ -168,101 +167,21 @@ private:
                      [this](const Command& command) { carry(command); }};
 };
 
-/// Rows of what happens and what is asked and shown then.
-void expectStory(const char* rows) {
+/// Of what happens, and of what is asked and shown then.
+void expectStory(const std::string& name) {
     Stage stage;
-    for (const auto& row : table(rows)) {
+    expectTranscript(name, [&](const std::string& happening) {
         told.clear();
-        stage.happens(row[0]);
-        EXPECT_EQ(told, row.size() > 1 ? row[1] : "") << row[0];
-    }
+        stage.happens(happening);
+        return told.empty() ? "nothing" : told;
+    });
 }
 
-TEST(Desktop, AsksAndShowsInTime) {
-    expectStory(R"(
-        --add alarms --position 20,20  | editors of 1, list, timeline alarms, alarms at A 20,20
-        kinds                          |
-        timeline 160 100 399.93        | Firing shows 100, wake 160
-        time 159                       |
-        time 160                       | Firing shows 160, wake 400
-        time 399                       |
-        time 400                       | timeline alarms, wake inf
-        timeline 399 400               | Firing shows 399, wake 405
-        time 404                       |
-        time 405                       | timeline alarms, wake inf
-        error                          | note: widget 1: no, wake 705
-        time 704                       |
-        time 705                       | timeline alarms, wake inf
-        timeline 700 730 900           | Firing shows 700, wake 730
-        clock                          | timeline alarms, dialogs, wake 730
-        files                          | dialogs
-        timeline 701 901               | timeline alarms
-        timeline 702 902               | Firing shows 702, wake 902
-        stirring                       | prepare
-        zone                           | to Asia/Tokyo, timeline alarms, dialogs
-        timeline 703 903               | Firing shows 703, wake 903
-        locked                         | timeline alarms redacted, dialogs
-        timeline 704 904               | Firing shows 704, wake 904
-        unlocked                       | timeline alarms, dialogs
-        timeline 705 905               | Firing shows 705, wake 905
-        rescaled                       | timeline alarms x2
-        error                          | note: widget 1: no, wake 1005
-        clock                          | timeline alarms x2, dialogs, wake inf
-    )");
-}
+TEST(Desktop, AsksAndShowsInTime) { expectStory("in_time.txt"); }
 
-TEST(Desktop, FollowsTheUser) {
-    expectStory(R"(
-        stirring                       |
-        --add alarms --position 20,20  | editors of 1, list, timeline alarms, alarms at A 20,20
-        kinds                          |
-        timeline 100 900               | Firing shows 100, wake 900
-        --add metric --family medium   | editors of 1 2, timeline metric medium, pins metric, metric at A 20,-116 medium
-        timeline 90 900                | metric shows 90, wake 900
-        pins                           |
-        files                          | timeline alarms, timeline metric medium, pins metric, dialogs
-        timeline 100 900               | wake 900
-        timeline 90 900                | wake 900
-        pins cpu                       | timeline metric=cpu medium
-        timeline 99 901                | metric shows 99, wake 900
-        moved                          | metric at A 40,60 medium
-        small                          | timeline metric=cpu, metric at A 40,60
-        edit                           | editor 2
-        --edit 1                       |
-        --edit 3                       |
-        --open 2                       | metric opens
-        --open 3                       |
-        add                            | gallery
-        quit                           | quit
-        --reload                       | timeline alarms, dialogs
-        --remove 1                     | Firing goes, editors of 2
-        timeline 97 901                | timeline metric=cpu
-        timeline 96 902                |
-        monitors B                     | metric leaves
-        monitors A B                   | metric at A 40,60
-        closed                         | metric at A 40,60
-        monitors                       | metric leaves
-        monitors A                     | metric at A 40,60
-        remove                         | metric goes, editors of
-        clock                          | dialogs, wake inf
-    )");
-}
+TEST(Desktop, FollowsTheUser) { expectStory("the_user.txt"); }
 
-TEST(Desktop, KnowsOfWidgetsWhatTheListTells) {
-    expectStory(R"(
-        old                            | editors of 1, list, timeline alarms, alarms at A 0,0 of old
-        error                          |
-        --add metric --position 20,20  | editors of 1 2, list, timeline metric, metric at A 20,20
-        --add clock --position 60,20   | editors of 1 2 3, list, timeline time large, time at A 60,20 large
-        --edit 2                       |
-        error                          | note: widget 1: no, wake 400
-        kinds                          | pins metric, timeline alarms, Firing at A 0,0
-        --edit 2                       | editor 2
-        --edit 3                       |
-        edit                           |
-        --edit 3 --family small        |
-    )");
-}
+TEST(Desktop, KnowsOfWidgetsWhatTheListTells) { expectStory("the_list.txt"); }
 
 }  // namespace
 }  // namespace tessary::desktop

@@ -8,6 +8,7 @@
 #include "platform/foundation/utf8.h"
 #include "shell/tessary_widgets.h"
 #include "support/container.h"
+#include "support/golden.h"
 #include "support/rendering.h"
 
 namespace tessary {
@@ -23,25 +24,17 @@ using widgets::Request;
 
 constexpr auto most = std::numeric_limits<std::int64_t>::max();
 
-/// In place of everything that a file says in words; "[" and "]" tell where it ends.
+/// A file in which TEXT stands for everything that it says in words; "[" and "]" tell where it
+/// ends.
+std::string stored(const char* name) { return contents(storedGolden(name, __FILE__)); }
+
 std::string alarmsOf(const std::string& text, bool isStale, std::int64_t firing) {
-    const std::string alarm =
-        R"({"name":"[)" + text + R"(]","profile":"[)" + text + R"(","region":"eu]","reason":""})";
-    return R"({"schemaVersion":1,"state":"watching","intervalSeconds":60,"updatedMs":)" +
-           std::string{isStale ? "0" : "1731772800000"} + R"(,"firing":)" + std::to_string(firing) +
-           R"(,"targets":[)" +
-           R"({"profile":"p","region":"r","firing":1,"authExpired":true,"failed":false}],)" +
-           R"("topAlarms":[)" + alarm + "," + alarm + "," + alarm + "]}";
+    const auto file = replaced(stored("alarms.json"), "UPDATED", isStale ? "0" : "1731772800000");
+    return replaced(replaced(file, "FIRING", std::to_string(firing)), "TEXT", text);
 }
 std::string pinOf(const std::string& text, bool isMuted) {
-    const std::string error = isMuted ? R"("error":"[)" + text + R"(]",)" : "";
-    return R"({"schemaVersion":1,"updatedMs":1731772800000,"intervalSeconds":60,"pins":[{"id":"a",)" +
-           error + R"("label":"[)" + text + R"(]","profile":"[)" + text + R"(","region":"eu]",)" +
-           R"("alarmName":"a","namespace":"n","metricName":"m","stat":")" + text +
-           R"(","periodSeconds":60,"state":"INSUFFICIENT_DATA","reason":"[)" + text +
-           R"(]","unit":")" + text +
-           R"(","threshold":1.23456789012e20,"points":[{"t":1,"v":1e20},)" +
-           R"({"t":2,"v":2}],"latest":{"t":2,"v":1.23456789012e20},"authExpired":false}]})";
+    const auto error = isMuted ? R"("[TEXT]")" : "null";
+    return replaced(replaced(stored("pins.json"), "ERROR", error), "TEXT", text);
 }
 
 /// The least that a text may shrink to.

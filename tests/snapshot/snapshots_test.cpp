@@ -5,23 +5,14 @@
 #include "snapshot/alarms_snapshot.h"
 #include "snapshot/pins_snapshot.h"
 #include "support/container.h"
+#include "support/golden.h"
 
 namespace tessary::snapshot {
 namespace {
 
 using foundation::decodeJSON;
 
-constexpr const char* alarmPins =
-    R"({"schemaVersion":1,"updatedMs":2,"intervalSeconds":3,"pins":[{"id":"i","label":"l",)"
-    R"("profile":"p","region":"r","alarmName":"a","state":"s","reason":"w",)"
-    R"("stateUpdatedMs":8,"threshold":9.25,"comparison":"c","unit":"u","metricName":"m",)"
-    R"("periodSeconds":13,"points":[{"t":-1,"v":42.5}],"latest":{"t":7,"v":-3.5},)"
-    R"("error":"e","authExpired":true}]})";
-constexpr const char* metricPins =
-    R"({"schemaVersion":1,"updatedMs":2,"intervalSeconds":3,"pins":[{"id":"i","label":"l",)"
-    R"("profile":"p","region":"r","namespace":"n","metricName":"m","stat":"s",)"
-    R"("periodSeconds":13,"unit":"u","points":[{"t":-1,"v":42.5}],"latest":{"t":7,"v":-3.5},)"
-    R"("error":"e","authExpired":true}]})";
+std::string stored(const char* name) { return contents(storedGolden(name, __FILE__)); }
 
 TEST(Snapshots, PutEveryKeyIntoItsMember) {
     const AlarmsSnapshot alarms{
@@ -43,9 +34,9 @@ TEST(Snapshots, PutEveryKeyIntoItsMember) {
                                        {{7, -3.5}}, "e",  true};
     const MetricPinsSnapshot::Pin metric{"i", "l", "p",          "r",         "n", "m", "s",
                                          13,  "u", {{-1, 42.5}}, {{7, -3.5}}, "e", true};
-    EXPECT_EQ(decodeJSON<AlarmPinsSnapshot>(alarmPins).value(),
+    EXPECT_EQ(decodeJSON<AlarmPinsSnapshot>(stored("alarm-pins.json")).value(),
               (AlarmPinsSnapshot{1, 2, 3, {alarm}}));
-    EXPECT_EQ(decodeJSON<MetricPinsSnapshot>(metricPins).value(),
+    EXPECT_EQ(decodeJSON<MetricPinsSnapshot>(stored("metrics.json")).value(),
               (MetricPinsSnapshot{1, 2, 3, {metric}}));
 }
 

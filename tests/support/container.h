@@ -7,19 +7,8 @@
 namespace tessary {
 
 /// Two profiles in three regions, one of them signed out; four alarms, three of them listed.
-inline constexpr const char* exampleAlarms = R"({
-  "schemaVersion": 1, "state": "watching", "updatedMs": 1731772800000, "intervalSeconds": 60, "firing": 4,
-  "targets": [
-    { "profile": "prod", "region": "us-east-1", "firing": 2, "authExpired": false, "failed": false },
-    { "profile": "prod", "region": "eu-west-1", "firing": 1, "authExpired": false, "failed": true },
-    { "profile": "shared", "region": "us-east-1", "firing": 1, "authExpired": true, "failed": false }
-  ],
-  "topAlarms": [
-    { "name": "api-5xx-rate-high", "profile": "prod", "region": "us-east-1", "updatedMs": 1731772740000, "reason": "Threshold Crossed" },
-    { "name": "orders-queue-age", "profile": "prod", "region": "eu-west-1", "reason": "Threshold Crossed" },
-    { "name": "ingest-lambda-errors", "profile": "shared", "region": "us-east-1", "updatedMs": null, "reason": "" }
-  ]
-})";
+inline const std::string exampleAlarms =
+    contents(std::filesystem::path{__FILE__}.parent_path() / "alarms.json");
 /// A file of pins, of alarms or of metrics, with these identifiers, labelled by their places: "#0".
 inline std::string examplePins(const std::vector<std::string>& ids, int schema = 1) {
     std::string pins;
@@ -29,7 +18,7 @@ inline std::string examplePins(const std::vector<std::string>& ids, int schema =
                 R"("namespace":"n","metricName":"CPU","stat":"Sum","periodSeconds":60,)" +
                 R"("reason":"","points":[],"authExpired":false})";
     return R"({"schemaVersion":)" + std::to_string(schema) +
-           R"(,"updatedMs":1731772800000,"intervalSeconds":200,"pins":[)" + pins + "]}";
+           R"(,"updatedMs":1731772800000,"intervalSeconds":60,"pins":[)" + pins + "]}";
 }
 inline constexpr foundation::Date exampleUpdated{1731772800};
 inline constexpr foundation::Date exampleNow{1731772840};

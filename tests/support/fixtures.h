@@ -31,6 +31,13 @@ inline std::string contents(const std::filesystem::path& file) {
     return {std::istreambuf_iterator<char>{in}, {}};
 }
 
+/// In every place.
+inline std::string replaced(std::string text, std::string_view from, std::string_view to) {
+    for (auto at = text.find(from); at != text.npos; at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
+    return text;
+}
+
 /// "-" takes the variable out of the environment.
 inline void setVariable(const char* name, const std::string& value) {
     value == "-" ? ::unsetenv(name) : ::setenv(name, value.c_str(), 1);

@@ -8,6 +8,13 @@
 
 namespace tessary {
 
+/// "\\x1B" is the byte of that number.
+inline std::string unescaped(std::string text) {
+    for (auto at = text.find("\\x"); at != text.npos; at = text.find("\\x", at + 1))
+        text.replace(at, 4, 1, static_cast<char>(std::stoi(text.substr(at + 2, 2), nullptr, 16)));
+    return text;
+}
+
 inline std::filesystem::path storedGolden(const std::string& name, const char* test) {
     return std::filesystem::path{test}.parent_path() / "goldens" / name;
 }

@@ -19,7 +19,7 @@ inline constexpr foundation::Date shownAt{1731772840};
 inline constexpr views::Surface smallCard{{164, 164}, views::EdgeInsets::all(16), 22, 2};
 inline constexpr views::Surface mediumCard{{344, 164}, views::EdgeInsets::all(16), 22, 2};
 
-inline views::Typesetter& realType() {
+inline drawing::PangoTypesetter& realType() {
     static drawing::PangoTypesetter typesetter{"en_US"};  // remembers what it measured
     return typesetter;
 }

@@ -1,13 +1,13 @@
 #include "desktop/client/extension_process.h"
 
+#include <algorithm>
 #include <csignal>
 #include <gtest/gtest.h>
-#include <numeric>
 #include <thread>
 
 #include "desktop/main_loop.h"
 #include "support/container.h"
-#include "support/table.h"
+#include "support/golden.h"
 
 namespace tessary::client {
 namespace {
@@ -49,24 +49,15 @@ protected:
         std::ofstream{script_} << standIn;
     }
     std::vector<std::string> command(const std::string& behaviours) const {
-        std::vector<std::string> words{"/bin/sh", script_};
-        std::istringstream in{behaviours};
-        words.insert(words.end(), std::istream_iterator<std::string>{in}, {});
-        return words;
+        return words("/bin/sh " + script_ + " " + behaviours);
     }
     long lines(const std::string& suffix) const {
-        std::ifstream in{script_ + suffix};
-        return std::count(std::istreambuf_iterator<char>{in}, {}, '\n');
+        return std::ranges::count(contents(script_ + suffix), '\n');
     }
     void ask(Extension& extension, int questions) {
         for (int i = 0; i < questions; ++i)
             extension.ask({.request = "list"},
                           [this](const Reply& reply) { answers_.push_back(*reply.error); });
-    }
-    static std::vector<std::string> numbers(int last) {
-        std::vector<std::string> all;
-        for (int i = 1; i <= last; ++i) all.push_back(std::to_string(i));
-        return all;
     }
 
     Container container_{};
@@ -78,28 +69,16 @@ protected:
 // Whatever happens on the way, each question is answered once and in order; without a pause, as no
 // two failures come in a row.
 TEST_F(Stand, EveryQuestionIsAnsweredInTheEnd) {
-    // behaviours | starts
-    for (const auto& row : table(R"(
-        good                                        | 1
-        crash good                                  | 2
-        deaf good                                   | 2
-        garbage good                                | 2
-        other good                                  | 2
-        hang good                                   | 2
-        dumb good                                   | 2
-        half good                                   | 2
-        half half half                              | 3
-        twice good                                  | 2
-    )")) {
+    expectTranscript("starts.txt", [this](const std::string& behaviours) {
         std::filesystem::remove(script_ + ".starts");
         answers_.clear();
-        ExtensionProcess extension{command(row[0]), {.reply = 2s, .firstPause = 60s}};
+        ExtensionProcess extension{command(behaviours), {.reply = 2s, .firstPause = 60s}};
         ask(extension, 3);
         EXPECT_TRUE(answers_.empty()) << "answered within the call";
-        EXPECT_TRUE(until([&] { return answers_.size() >= 3; })) << row[0];
-        EXPECT_EQ(answers_, numbers(3)) << row[0];
-        EXPECT_EQ(lines(".starts"), std::stoi(row[1])) << row[0];
-    }
+        EXPECT_TRUE(until([&] { return answers_.size() >= 3; })) << behaviours;
+        EXPECT_EQ(answers_, words("1 2 3")) << behaviours;
+        return std::to_string(lines(".starts"));
+    });
 }
 
 // By itself after each answer, or by the end of its input.
@@ -115,7 +94,7 @@ TEST_F(Stand, EndsUnaskedAndComesBackWhenItIsAsked) {
             EXPECT_TRUE(extension.running());
             EXPECT_TRUE(until([&] { return !extension.running(); })) << behaviour;
         }
-        EXPECT_EQ(answers_, numbers(3));
+        EXPECT_EQ(answers_, words("1 2 3"));
         EXPECT_EQ(lines(".starts"), 3);
         EXPECT_TRUE(until([&, due = ends] { return lines(".ends") == due; }));
     }
@@ -135,7 +114,7 @@ TEST_F(Stand, IsRenewedAndPrepared) {
     extension.moveTo({});
     EXPECT_TRUE(until([&] { return answers_.size() == 2; }));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    EXPECT_EQ(answers_, numbers(2));
+    EXPECT_EQ(answers_, words("1 2"));
     extension.moveTo({});
     EXPECT_FALSE(extension.running());
     EXPECT_TRUE(until([&] { return lines(".ends") == 1; }));
@@ -175,7 +154,7 @@ TEST_F(Stand, OneThatIsNotInstalledIsFoundOnceItIs) {
     std::filesystem::permissions(late + ".new", std::filesystem::perms::owner_all);
     std::filesystem::rename(late + ".new", late);
     EXPECT_TRUE(until([&] { return answers_.size() == 2; }));
-    EXPECT_EQ(answers_, numbers(2));
+    EXPECT_EQ(answers_, words("1 2"));
     EXPECT_FALSE(unasked.running());
 }
 

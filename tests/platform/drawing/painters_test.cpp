@@ -10,6 +10,7 @@
 #include "platform/drawing/text_painter.h"
 #include "platform/views/layout.h"
 #include "support/golden.h"
+#include "support/rendering.h"
 
 namespace tessary::drawing {
 namespace {
@@ -59,11 +60,6 @@ DisplayList everything() {
     return list;
 }
 
-PangoTypesetter& typesetter() {
-    static PangoTypesetter shared{"en_US"};
-    return shared;
-}
-
 TEST(JSONPainter, PrintsEveryElement) {
     expectGolden("everything.json",
                  paintJSON(everything(), {"alarms", views::WidgetFamily::systemMedium, moment}));
@@ -84,7 +80,7 @@ TEST(TextPainter, PrintsALineForEachTextWithoutControls) {
 /// Long values, outlines of letters and pictures, are left out. Well-formed it is where the host's
 /// tests parse it.
 TEST(SVGPainter, WritesEveryElement) {
-    const std::string document = paintSVG(everything(), typesetter(), "card7-");
+    const std::string document = paintSVG(everything(), realType(), "card7-");
     std::string brief;
     for (std::size_t at = 0, end = 0; at < document.size(); at = end + 1) {
         end = std::min(document.find('"', at), document.size());
@@ -98,7 +94,7 @@ TEST(PDFPainter, DatesADocumentAsItIsTold) {
     for (const auto& [seconds, date] : {std::pair{moment.seconds, "20241116160000"},
                                         {-1e300, "19700101000000"},
                                         {1e300, "99991231235959"}}) {
-        const std::string document = paintPDF(everything(), typesetter(), {seconds});
+        const std::string document = paintPDF(everything(), realType(), {seconds});
         EXPECT_TRUE(document.starts_with("%PDF-"));
         EXPECT_NE(document.find("/MediaBox [ 0 0 164 100.5 ]"), std::string::npos);
         const auto at = document.find("/CreationDate (");
@@ -121,9 +117,8 @@ TEST(CairoPainter, DrawsALineOfOnePointCrisplyAtEveryScale) {
         for (double before = 0; before < 3; before += 0.3) {
             const views::View row =
                 HStack(views::Alignment::top, 0, {views::Spacer(before), line, views::Spacer()});
-            const DisplayList list =
-                layOut(row, {.size = {20, 4}, .scale = scale}, {}, typesetter());
-            const Pixels pixels = paintPixels(list, typesetter());
+            const DisplayList list = layOut(row, {.size = {20, 4}, .scale = scale}, {}, realType());
+            const Pixels pixels = paintPixels(list, realType());
             int columns = 0;
             for (int x = 0; x < pixels.width; ++x) {
                 for (int y = 1; y < pixels.height; ++y)
@@ -141,15 +136,15 @@ TEST(CairoPainter, PutsInkWhereTheListSays) {
     list.background.reset();
     list.elements.erase(list.elements.begin(), list.elements.begin() + 3);  // the texts
     const DisplayList card{.size = {60, 40}, .cornerRadius = 10, .scale = 1.5, .background = red};
-    expectGolden("everything_ink.txt", inked(paintPixels(list, typesetter())) + "== card\n" +
-                                           inked(paintPixels(card, typesetter())));
+    expectGolden("everything_ink.txt", inked(paintPixels(list, realType())) + "== card\n" +
+                                           inked(paintPixels(card, realType())));
 }
 
 TEST(CairoPainter, FadesATextAsAWhole) {
     const Font rounded = Font::system(24, views::Weight::semibold, views::FontDesign::rounded);
     const views::TextElement digits{"88", {"88"}, rounded, red.withOpacity(0.5)};
     const Pixels text = paintPixels(
-        {.size = {40, 30}, .elements = {{{{4, 0}, {30, 29}}, false, digits}}}, typesetter());
+        {.size = {40, 30}, .elements = {{{{4, 0}, {30, 29}}, false, digits}}}, realType());
     const auto darkest = *std::max_element(text.values.begin(), text.values.end());
     EXPECT_NEAR(darkest >> 24U, 128, 1);  // its strokes and fills do not add up
 }

@@ -23,13 +23,10 @@ Pixels decoded(const std::string& file) {
     EXPECT_EQ(cairo_image_surface_get_format(surface), CAIRO_FORMAT_ARGB32);
     EXPECT_TRUE(rest.empty());
     Pixels result{cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface)};
-    const auto row = static_cast<std::size_t>(result.width);
-    result.values.resize(row * static_cast<std::size_t>(result.height));
-    for (int y = 0; y < result.height; ++y)
-        std::memcpy(
-            &result.values[static_cast<std::size_t>(y) * row],
-            cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface),
-            4 * row);
+    EXPECT_EQ(cairo_image_surface_get_stride(surface), 4 * result.width);
+    result.values.resize(static_cast<std::size_t>(result.width * result.height));
+    std::memcpy(result.values.data(), cairo_image_surface_get_data(surface),
+                4 * result.values.size());
     cairo_surface_destroy(surface);
     return result;
 }

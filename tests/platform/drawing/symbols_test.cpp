@@ -5,6 +5,7 @@
 
 #include "platform/drawing/ink.h"
 #include "support/golden.h"
+#include "support/rendering.h"
 
 namespace tessary::drawing {
 namespace {
@@ -13,13 +14,12 @@ using views::Weight;
 
 /// Painted half transparent, so that ink on ink would show.
 Pixels painted(const std::string& name, Weight weight, double size) {
-    static PangoTypesetter typesetter{"en_US"};
     const views::Color half{0, 0, 1, 0.5};
     const auto [width, height] = symbol(name, weight).size;
     const views::Rect frame{{0, 0}, {width * size, height * size}};
     const views::SymbolElement element{name, views::Font::system(size, weight), half};
     return paintPixels({.size = frame.size, .scale = 1, .elements = {{frame, false, element}}},
-                       typesetter);
+                       realType());
 }
 
 /// Each as it looks, and the per mille of an em square that are ink in each weight.

@@ -4,9 +4,10 @@
 #include <cerrno>
 #include <cstdlib>
 #include <functional>
-#include <string>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include "support/fixtures.h"
 
 namespace tessary::sandbox {
 
@@ -22,11 +23,7 @@ inline std::string confined(const std::function<std::string()>& inside) {
         ::_exit(told ? 0 : 1);  // without the sanitizers' closing checks, which need what is shut
     }
     ::close(ends[1]);
-    std::string said;
-    char room[4096];
-    ssize_t count = 0;
-    while ((count = ::read(ends[0], room, sizeof room)) > 0)
-        said.append(room, static_cast<std::size_t>(count));
+    const std::string said = contents("/dev/fd/" + std::to_string(ends[0]));
     ::close(ends[0]);
     int status = 0;
     ::waitpid(child, &status, 0);

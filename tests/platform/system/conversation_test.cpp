@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/system/files.h"
+#include "support/fixtures.h"
 
 namespace tessary::system {
 namespace {
@@ -61,14 +62,7 @@ struct Talk {
     void say(std::string_view text) const {
         EXPECT_EQ(::write(input.number(), text.data(), text.size()), std::ssize(text));
     }
-    std::string hear() const {
-        std::string said;
-        std::array<char, 65536> room{};
-        ssize_t count = 0;
-        while ((count = ::read(output.number(), room.data(), room.size())) > 0)
-            said.append(room.data(), static_cast<std::size_t>(count));
-        return said;
-    }
+    std::string hear() const { return contents("/dev/fd/" + std::to_string(output.number())); }
 
     Ends theirs{};
     Descriptor input{};

@@ -1,8 +1,8 @@
-#include "platform/locale/user_locale.h"
-
 #include <cmath>
 #include <gtest/gtest.h>
 
+#include "platform/locale/text_equality.h"
+#include "platform/locale/user_locale.h"
 #include "support/golden.h"
 
 namespace tessary::locale {
@@ -12,12 +12,21 @@ constexpr Date afternoon{1731772840};  // 2024-11-16 16:00:40 UTC
 
 /// What a line such as "time de_DE 1731772840" asks for; in Berlin, whose days have 23, 24 or 25
 /// hours.
+static std::string compared(const std::string& a, const std::string& b) {
+    const bool areEqual = canonicallyEqual(a, b);
+    EXPECT_EQ(canonicallyEqual(b, a), areEqual) << a << ' ' << b;
+    EXPECT_EQ(canonicalForm(a) == canonicalForm(b), areEqual) << a << ' ' << b;
+    return areEqual ? "equal" : "different";
+}
+
 static std::string answered(const std::string& line) {
     auto asked = words(line);
     asked.resize(4);
     const auto& [what, name, first, second] = std::tie(asked[0], asked[1], asked[2], asked[3]);
+    if (what == "compare") return compared(unescaped(name), unescaped(first));
     const UserLocale locale{name, "Europe/Berlin"};
     const auto date = [](const std::string& text) { return Date::parse(text).value(); };
+    if (what == "bytes") return UserLocale{name}.byteCount(std::stoll(first));
     if (what == "integer") return locale.integer(std::stoll(first));
     if (what == "relative") return locale.relativeShort(date(first), date(second));
     if (what == "time") return locale.timeOfDay(date(first));
@@ -26,7 +35,7 @@ static std::string answered(const std::string& line) {
     return UserLocale::parseIdentifier(name).value_or("none");
 }
 
-TEST(UserLocale, SpeaksTheUsersLanguage) { expectTranscript("user_locale.txt", answered); }
+TEST(UserLocale, SpeaksTheUsersLanguage) { expectTranscript("answers.txt", answered); }
 
 TEST(UserLocale, NeverCountsDownAsTimePasses) {
     const UserLocale locale{"en_US", "America/New_York"};
