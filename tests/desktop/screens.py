@@ -22,9 +22,9 @@ GROUND = "#204060"  # which no card is of
 NOBODY = 65534
 
 
-def until(holds, what):
+def until(holds, what, seconds=15):
     """Waits for something to be true, and returns it."""
-    end = time.monotonic() + 15
+    end = time.monotonic() + seconds
     while time.monotonic() < end:
         if found := holds():
             return found
