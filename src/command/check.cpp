@@ -9,7 +9,6 @@
 #include <unordered_set>
 
 #include "alarms/alarms_display.h"
-#include "command/excerpt.h"
 #include "pins/pin_display.h"
 #include "platform/foundation/visible_text.h"
 #include "platform/locale/text_equality.h"
@@ -91,20 +90,6 @@ void noteStatus(FileFinding& finding, const fs::path& file) {
                             static_cast<double>(status.st_mtim.tv_nsec) * nano};
 }
 
-ContentFault explained(const foundation::DecodingFault& fault, std::string_view text) {
-    Excerpt at = excerptAt(text, fault.offset);
-    return {
-        .path = fault.path,
-        .expected = fault.expected,
-        .found = fault.found,
-        .line = at.line,
-        .column = at.column,
-        .offset = fault.offset,
-        .text = std::move(at.text),
-        .caret = std::move(at.caret),
-    };
-}
-
 /// The step at which the walk ended, and the problem there.
 template <class Snapshot>
 std::pair<Step, std::optional<std::string>> outcome(const Reading<Snapshot>& reading) {
@@ -150,7 +135,8 @@ FileFinding walked(const Reading<Snapshot>& reading, std::string widget, Date no
         if (bytes->starts_with("\xEF\xBB\xBF"))
             finding.notes.emplace_back(
                 "it begins with a byte order mark, which JSON does not have");
-        if (const auto* fault = reading.decodingFault()) finding.fault = explained(*fault, *bytes);
+        if (const auto* fault = reading.decodingFault())
+            finding.fault = {*fault, excerptAt(*bytes, fault->offset)};
     }
     if (const Snapshot* snapshot = reading.snapshot()) {
         finding.schemaVersion = snapshot->schemaVersion;

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "command/excerpt.h"
 #include "platform/foundation/date.h"
 #include "snapshot/alarms_snapshot.h"
 #include "snapshot/reading.h"
@@ -26,17 +27,10 @@ enum class Step { group, container, file, content, schema, usable };
 /// What a pin's widget shows first: the pin as current, or why it is not.
 enum class PinCondition { fresh, stale, authExpired, error };
 
-/// Where the content stops being what it should be. Line and column count from 1, the column in
-/// characters; `text` and `caret` are for a terminal (excerpt.h).
+/// Where the content stops being what it should be.
 struct ContentFault {
-    std::string path{};
-    std::string expected{};
-    std::string found{};
-    std::size_t line{};
-    std::size_t column{};
-    std::size_t offset{};  ///< bytes
-    std::string text{};
-    std::string caret{};
+    foundation::DecodingFault reason{};
+    Excerpt at{};
     bool operator==(const ContentFault&) const = default;
 };
 

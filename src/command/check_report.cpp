@@ -16,13 +16,6 @@ inline constexpr auto fieldsOf<snapshot::AppGroup> = std::tuple{
     Field{"rule", &snapshot::AppGroup::rule},
 };
 template <>
-inline constexpr auto fieldsOf<ContentFault> = std::tuple{
-    Field{"path", &ContentFault::path},     Field{"expected", &ContentFault::expected},
-    Field{"found", &ContentFault::found},   Field{"line", &ContentFault::line},
-    Field{"column", &ContentFault::column}, Field{"offset", &ContentFault::offset},
-    Field{"text", &ContentFault::text},     Field{"caret", &ContentFault::caret},
-};
-template <>
 inline constexpr auto fieldsOf<Counts> = std::tuple{
     Field{"firing", &Counts::firing},       Field{"targets", &Counts::targets},
     Field{"topAlarms", &Counts::topAlarms}, Field{"pins", &Counts::pins},
@@ -94,6 +87,15 @@ inline constexpr auto namesOf<PinCondition> = NamedCases<PinCondition, 4>{{
 namespace tessary::command {
 
 using foundation::visible;
+
+static void writeJSON(foundation::JSONWriter& json, const ContentFault& fault) {
+    const auto& [reason, at] = fault;
+    json.object([&] {
+        json.member("path", reason.path).member("expected", reason.expected);
+        json.member("found", reason.found).member("line", at.line).member("column", at.column);
+        json.member("offset", reason.offset).member("text", at.text).member("caret", at.caret);
+    });
+}
 
 namespace {
 
@@ -167,13 +169,13 @@ void tellFault(Lines& lines, const FileFinding& file) {
     if (!file.problem) return;
     const std::string problem = visible(*file.problem, longestShown);
     if (!file.fault) return lines.labelled("  problem", problem);
-    const ContentFault& fault = *file.fault;
-    const std::string number = std::to_string(fault.line);
+    const Excerpt& at = file.fault->at;
+    const std::string number = std::to_string(at.line);
     lines.labelled("  problem", shownPath(file.path) + ':' + number + ':' +
-                                    std::to_string(fault.column) + ": " + problem);
-    if (fault.text.empty()) return;
-    lines.labelled("", number + " | " + fault.text);
-    lines.labelled("", std::string(number.size(), ' ') + " | " + fault.caret);
+                                    std::to_string(at.column) + ": " + problem);
+    if (at.text.empty()) return;
+    lines.labelled("", number + " | " + at.text);
+    lines.labelled("", std::string(number.size(), ' ') + " | " + at.caret);
 }
 
 std::string countsIn(const Counts& counts) {

@@ -17,7 +17,7 @@
 #include "platform/sandbox/file_broker.h"
 #include "platform/sandbox/sandbox.h"
 #include "platform/system/conversation.h"
-#include "platform/system/group_containers.h"
+#include "platform/system/folders.h"
 
 namespace tessary::extension {
 

@@ -35,7 +35,7 @@ struct Alarm {
     bool operator==(const Alarm&) const = default;
 
     /// Tells rows of a list apart: profile, NUL, region, NUL, name.
-    std::string identity() const;
+    std::string identity() const { return profile + '\0' + region + '\0' + name; }
 };
 
 struct AlarmsSnapshot {

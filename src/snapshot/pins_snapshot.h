@@ -23,63 +23,64 @@ struct SnapshotPoint {
     bool operator==(const SnapshotPoint&) const = default;
 };
 
-/// The pinned alarms, in the host application's order.
-struct AlarmPinsSnapshot {
-    struct Pin {
-        std::string id{};
-        std::string label{};
-        std::string profile{};
-        std::string region{};
-        std::string alarmName{};
-        std::optional<std::string> state{};  ///< "ALARM", "OK", "INSUFFICIENT_DATA"
-        std::string reason{};
-        std::optional<std::int64_t> stateUpdatedMs{};  ///< milliseconds since 1970
-        std::optional<double> threshold{};             ///< in the metric's unit
-        std::optional<std::string> comparison{};
-        std::optional<std::string> unit{};  ///< as CloudWatch names it
-        std::optional<std::string> metricName{};
-        std::optional<std::int64_t> periodSeconds{};
-        std::vector<SnapshotPoint> points{};  ///< oldest first
-        std::optional<SnapshotPoint> latest{};
-        std::optional<std::string> error{};  ///< why it could not be refreshed
-        bool authExpired{};                  ///< its profile's sign-in has expired
-        bool operator==(const Pin&) const = default;
-    };
+/// A pinned alarm.
+struct AlarmPin {
     static constexpr const char* fileName = "alarm-pins";
+
+    std::string id{};
+    std::string label{};
+    std::string profile{};
+    std::string region{};
+    std::string alarmName{};
+    std::optional<std::string> state{};  ///< "ALARM", "OK", "INSUFFICIENT_DATA"
+    std::string reason{};
+    std::optional<std::int64_t> stateUpdatedMs{};  ///< milliseconds since 1970
+    std::optional<double> threshold{};             ///< in the metric's unit
+    std::optional<std::string> comparison{};
+    std::optional<std::string> unit{};  ///< as CloudWatch names it
+    std::optional<std::string> metricName{};
+    std::optional<std::int64_t> periodSeconds{};
+    std::vector<SnapshotPoint> points{};  ///< oldest first
+    std::optional<SnapshotPoint> latest{};
+    std::optional<std::string> error{};  ///< why it could not be refreshed
+    bool authExpired{};                  ///< its profile's sign-in has expired
+    bool operator==(const AlarmPin&) const = default;
+};
+
+/// A pinned metric.
+struct MetricPin {
+    static constexpr const char* fileName = "metrics";
+
+    std::string id{};
+    std::string label{};
+    std::string profile{};
+    std::string region{};
+    std::string namespace_{};
+    std::string metricName{};
+    std::string stat{};  ///< the statistic, "Average"
+    std::int64_t periodSeconds{};
+    std::optional<std::string> unit{};
+    std::vector<SnapshotPoint> points{};
+    std::optional<SnapshotPoint> latest{};
+    std::optional<std::string> error{};
+    bool authExpired{};
+    bool operator==(const MetricPin&) const = default;
+};
+
+/// What is pinned of a kind, in the host application's order.
+template <class PinRecord>
+struct PinsSnapshot {
+    using Pin = PinRecord;
+    static constexpr const char* fileName = Pin::fileName;
 
     std::int64_t schemaVersion{};
     std::int64_t updatedMs{};        ///< milliseconds since 1970
     std::int64_t intervalSeconds{};  ///< between the host application's refreshes
     std::vector<Pin> pins{};
-    bool operator==(const AlarmPinsSnapshot&) const = default;
+    bool operator==(const PinsSnapshot&) const = default;
 };
-
-/// The pinned metrics, in the host application's order.
-struct MetricPinsSnapshot {
-    struct Pin {
-        std::string id{};
-        std::string label{};
-        std::string profile{};
-        std::string region{};
-        std::string namespace_{};
-        std::string metricName{};
-        std::string stat{};  ///< the statistic, "Average"
-        std::int64_t periodSeconds{};
-        std::optional<std::string> unit{};
-        std::vector<SnapshotPoint> points{};
-        std::optional<SnapshotPoint> latest{};
-        std::optional<std::string> error{};
-        bool authExpired{};
-        bool operator==(const Pin&) const = default;
-    };
-    static constexpr const char* fileName = "metrics";
-
-    std::int64_t schemaVersion{};
-    std::int64_t updatedMs{};
-    std::int64_t intervalSeconds{};
-    std::vector<Pin> pins{};
-    bool operator==(const MetricPinsSnapshot&) const = default;
-};
+using AlarmPinsSnapshot = PinsSnapshot<AlarmPin>;
+using MetricPinsSnapshot = PinsSnapshot<MetricPin>;
 
 }  // namespace tessary::snapshot
 
@@ -92,57 +93,49 @@ inline constexpr auto fieldsOf<snapshot::SnapshotPoint> = std::tuple{
 };
 
 template <>
-inline constexpr auto fieldsOf<snapshot::AlarmPinsSnapshot::Pin> = std::tuple{
-    Field{"id", &snapshot::AlarmPinsSnapshot::Pin::id},
-    Field{"label", &snapshot::AlarmPinsSnapshot::Pin::label},
-    Field{"profile", &snapshot::AlarmPinsSnapshot::Pin::profile},
-    Field{"region", &snapshot::AlarmPinsSnapshot::Pin::region},
-    Field{"alarmName", &snapshot::AlarmPinsSnapshot::Pin::alarmName},
-    Field{"state", &snapshot::AlarmPinsSnapshot::Pin::state},
-    Field{"reason", &snapshot::AlarmPinsSnapshot::Pin::reason},
-    Field{"stateUpdatedMs", &snapshot::AlarmPinsSnapshot::Pin::stateUpdatedMs},
-    Field{"threshold", &snapshot::AlarmPinsSnapshot::Pin::threshold},
-    Field{"comparison", &snapshot::AlarmPinsSnapshot::Pin::comparison},
-    Field{"unit", &snapshot::AlarmPinsSnapshot::Pin::unit},
-    Field{"metricName", &snapshot::AlarmPinsSnapshot::Pin::metricName},
-    Field{"periodSeconds", &snapshot::AlarmPinsSnapshot::Pin::periodSeconds},
-    Field{"points", &snapshot::AlarmPinsSnapshot::Pin::points},
-    Field{"latest", &snapshot::AlarmPinsSnapshot::Pin::latest},
-    Field{"error", &snapshot::AlarmPinsSnapshot::Pin::error},
-    Field{"authExpired", &snapshot::AlarmPinsSnapshot::Pin::authExpired},
+inline constexpr auto fieldsOf<snapshot::AlarmPin> = std::tuple{
+    Field{"id", &snapshot::AlarmPin::id},
+    Field{"label", &snapshot::AlarmPin::label},
+    Field{"profile", &snapshot::AlarmPin::profile},
+    Field{"region", &snapshot::AlarmPin::region},
+    Field{"alarmName", &snapshot::AlarmPin::alarmName},
+    Field{"state", &snapshot::AlarmPin::state},
+    Field{"reason", &snapshot::AlarmPin::reason},
+    Field{"stateUpdatedMs", &snapshot::AlarmPin::stateUpdatedMs},
+    Field{"threshold", &snapshot::AlarmPin::threshold},
+    Field{"comparison", &snapshot::AlarmPin::comparison},
+    Field{"unit", &snapshot::AlarmPin::unit},
+    Field{"metricName", &snapshot::AlarmPin::metricName},
+    Field{"periodSeconds", &snapshot::AlarmPin::periodSeconds},
+    Field{"points", &snapshot::AlarmPin::points},
+    Field{"latest", &snapshot::AlarmPin::latest},
+    Field{"error", &snapshot::AlarmPin::error},
+    Field{"authExpired", &snapshot::AlarmPin::authExpired},
 };
 
 template <>
-inline constexpr auto fieldsOf<snapshot::AlarmPinsSnapshot> = std::tuple{
-    Field{"schemaVersion", &snapshot::AlarmPinsSnapshot::schemaVersion},
-    Field{"updatedMs", &snapshot::AlarmPinsSnapshot::updatedMs},
-    Field{"intervalSeconds", &snapshot::AlarmPinsSnapshot::intervalSeconds},
-    Field{"pins", &snapshot::AlarmPinsSnapshot::pins},
+inline constexpr auto fieldsOf<snapshot::MetricPin> = std::tuple{
+    Field{"id", &snapshot::MetricPin::id},
+    Field{"label", &snapshot::MetricPin::label},
+    Field{"profile", &snapshot::MetricPin::profile},
+    Field{"region", &snapshot::MetricPin::region},
+    Field{"namespace", &snapshot::MetricPin::namespace_},
+    Field{"metricName", &snapshot::MetricPin::metricName},
+    Field{"stat", &snapshot::MetricPin::stat},
+    Field{"periodSeconds", &snapshot::MetricPin::periodSeconds},
+    Field{"unit", &snapshot::MetricPin::unit},
+    Field{"points", &snapshot::MetricPin::points},
+    Field{"latest", &snapshot::MetricPin::latest},
+    Field{"error", &snapshot::MetricPin::error},
+    Field{"authExpired", &snapshot::MetricPin::authExpired},
 };
 
-template <>
-inline constexpr auto fieldsOf<snapshot::MetricPinsSnapshot::Pin> = std::tuple{
-    Field{"id", &snapshot::MetricPinsSnapshot::Pin::id},
-    Field{"label", &snapshot::MetricPinsSnapshot::Pin::label},
-    Field{"profile", &snapshot::MetricPinsSnapshot::Pin::profile},
-    Field{"region", &snapshot::MetricPinsSnapshot::Pin::region},
-    Field{"namespace", &snapshot::MetricPinsSnapshot::Pin::namespace_},
-    Field{"metricName", &snapshot::MetricPinsSnapshot::Pin::metricName},
-    Field{"stat", &snapshot::MetricPinsSnapshot::Pin::stat},
-    Field{"periodSeconds", &snapshot::MetricPinsSnapshot::Pin::periodSeconds},
-    Field{"unit", &snapshot::MetricPinsSnapshot::Pin::unit},
-    Field{"points", &snapshot::MetricPinsSnapshot::Pin::points},
-    Field{"latest", &snapshot::MetricPinsSnapshot::Pin::latest},
-    Field{"error", &snapshot::MetricPinsSnapshot::Pin::error},
-    Field{"authExpired", &snapshot::MetricPinsSnapshot::Pin::authExpired},
-};
-
-template <>
-inline constexpr auto fieldsOf<snapshot::MetricPinsSnapshot> = std::tuple{
-    Field{"schemaVersion", &snapshot::MetricPinsSnapshot::schemaVersion},
-    Field{"updatedMs", &snapshot::MetricPinsSnapshot::updatedMs},
-    Field{"intervalSeconds", &snapshot::MetricPinsSnapshot::intervalSeconds},
-    Field{"pins", &snapshot::MetricPinsSnapshot::pins},
+template <class Pin>
+inline constexpr auto fieldsOf<snapshot::PinsSnapshot<Pin>> = std::tuple{
+    Field{"schemaVersion", &snapshot::PinsSnapshot<Pin>::schemaVersion},
+    Field{"updatedMs", &snapshot::PinsSnapshot<Pin>::updatedMs},
+    Field{"intervalSeconds", &snapshot::PinsSnapshot<Pin>::intervalSeconds},
+    Field{"pins", &snapshot::PinsSnapshot<Pin>::pins},
 };
 
 }  // namespace tessary::foundation

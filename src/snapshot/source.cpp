@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/foundation/json_decoding.h"
-#include "platform/system/group_containers.h"
+#include "platform/system/folders.h"
 
 namespace tessary::snapshot {
 

@@ -10,6 +10,9 @@ using views::Color;
 
 namespace {
 
+/// What the kinds of elements are called, in the order of ElementContent.
+constexpr const char* types[] = {"text", "symbol", "rectangle", "circle", "path"};
+
 class JSONPainter {
 public:
     std::string document(const views::DisplayList& list, const Caption& caption) {
@@ -46,7 +49,7 @@ private:
     }
 
     void write(const views::Element& element) {
-        std::visit([&](const auto& content) { writeType(content); }, element.content);
+        json_.member("type", types[element.content.index()]);
         json_.key("frame").object([&] {
             json_.member("x", element.frame.minX()).member("y", element.frame.minY());
             write(element.frame.size);
@@ -54,12 +57,6 @@ private:
         json_.member("accent", element.accent);
         std::visit([&](const auto& content) { write(content); }, element.content);
     }
-
-    void writeType(const views::TextElement&) { json_.member("type", "text"); }
-    void writeType(const views::SymbolElement&) { json_.member("type", "symbol"); }
-    void writeType(const views::RectangleElement&) { json_.member("type", "rectangle"); }
-    void writeType(const views::CircleElement&) { json_.member("type", "circle"); }
-    void writeType(const views::PathElement&) { json_.member("type", "path"); }
 
     void write(const views::TextElement& text) {
         json_.member("text", text.text).member("lines", text.lines);

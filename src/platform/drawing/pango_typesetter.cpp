@@ -25,54 +25,47 @@ namespace {
 /// Measured on the stand-in: the height of its capitals, in ems.
 constexpr double standInCapHeight = 0.727273;
 
-/// The rounded design: round strokes added to the light weight, and the room they take, in ems.
-struct Rounding {
-    double stroke{};
-    double tracking{};
-};
-constexpr Rounding rounding(Weight weight) {
-    switch (weight) {
-        case Weight::regular: return {0.018, 0.008};
-        case Weight::medium: return {0.042, 0.020};
-        case Weight::semibold: return {0.064, 0.030};
-    }
-    return {};
-}
-
-/// The stand-in's cuts in use.
+/// A file of the stand-in.
 struct StandInCut {
     PangoWeight weight{};
     const char* file{};
 };
 constexpr StandInCut light{PANGO_WEIGHT_LIGHT, TESSARY_FONT_DIR "/Inter-Light.otf"};
-constexpr StandInCut regular{PANGO_WEIGHT_NORMAL, TESSARY_FONT_DIR "/Inter-Regular.otf"};
-constexpr StandInCut medium{PANGO_WEIGHT_MEDIUM, TESSARY_FONT_DIR "/Inter-Medium.otf"};
-constexpr StandInCut semibold{PANGO_WEIGHT_SEMIBOLD, TESSARY_FONT_DIR "/Inter-SemiBold.otf"};
 
-constexpr const StandInCut& standInCut(Weight weight) {
+/// What a weight is made of: a cut of its own, or for the rounded design round strokes added to the
+/// light one, and the room they take, in ems.
+struct Makings {
+    StandInCut cut{};
+    double stroke{};
+    double tracking{};
+};
+constexpr Makings makings(Weight weight) {
     switch (weight) {
-        case Weight::regular: return regular;
-        case Weight::medium: return medium;
-        case Weight::semibold: return semibold;
+        case Weight::regular:
+            return {{PANGO_WEIGHT_NORMAL, TESSARY_FONT_DIR "/Inter-Regular.otf"}, 0.018, 0.008};
+        case Weight::medium:
+            return {{PANGO_WEIGHT_MEDIUM, TESSARY_FONT_DIR "/Inter-Medium.otf"}, 0.042, 0.020};
+        case Weight::semibold:
+            return {{PANGO_WEIGHT_SEMIBOLD, TESSARY_FONT_DIR "/Inter-SemiBold.otf"}, 0.064, 0.030};
     }
-    return regular;
+    return {};
 }
 
 /// How a font of the system is made of the stand-in.
 struct Cut {
-    StandInCut of{regular};
+    StandInCut of{};
     double size{};      ///< of the stand-in, in points
     double stroke{};    ///< points
     double tracking{};  ///< points added to each glyph's advance
 };
 
 Cut plainCut(const Font& font) {
-    return {standInCut(font.weight), font.capHeight() / standInCapHeight, 0, 0};
+    return {makings(font.weight).cut, font.capHeight() / standInCapHeight, 0, 0};
 }
 
 /// The strokes make the capitals taller, so the outlines are set smaller by as much.
 Cut roundedCut(const Font& font) {
-    const Rounding round = rounding(font.weight);
+    const Makings round = makings(font.weight);
     const double size = font.capHeight() / (standInCapHeight + round.stroke);
     return {light, size, round.stroke * size, round.tracking * size};
 }
@@ -89,21 +82,6 @@ using ItemPtr = Owned<PangoItem, pango_item_free>;
 void withoutHinting(FcPattern* pattern, gpointer) {
     FcPatternDel(pattern, FC_HINTING);
     FcPatternAddBool(pattern, FC_HINTING, FcFalse);
-}
-
-MapPtr makeMap(FcConfig* config) {
-    MapPtr map{pango_ft2_font_map_new()};
-    pango_fc_font_map_set_config(PANGO_FC_FONT_MAP(map.get()), config);
-    pango_fc_font_map_set_default_substitute(PANGO_FC_FONT_MAP(map.get()), withoutHinting, nullptr,
-                                             nullptr);
-    return map;
-}
-
-ContextPtr makeContext(PangoFontMap* map, const std::string& language) {
-    ContextPtr context{pango_font_map_create_context(map)};
-    pango_context_set_round_glyph_positions(context.get(), FALSE);
-    pango_context_set_language(context.get(), pango_language_from_string(language.c_str()));
-    return context;
 }
 
 double points(int pangoUnits) { return static_cast<double>(pangoUnits) / PANGO_SCALE; }
@@ -239,10 +217,15 @@ private:
     // ---- By Pango ----------------------------------------------------------------------------
 
     PangoContext* machineContext() {
-        if (!machineContext_) {
-            machine_ = makeMap(machineFonts());
-            machineContext_ = makeContext(machine_.get(), language_);
-        }
+        if (machineContext_) return machineContext_.get();
+        machine_.reset(pango_ft2_font_map_new());
+        PangoFcFontMap* const map = PANGO_FC_FONT_MAP(machine_.get());
+        pango_fc_font_map_set_config(map, machineFonts());
+        pango_fc_font_map_set_default_substitute(map, withoutHinting, nullptr, nullptr);
+        machineContext_.reset(pango_font_map_create_context(machine_.get()));
+        pango_context_set_round_glyph_positions(machineContext_.get(), FALSE);
+        pango_context_set_language(machineContext_.get(),
+                                   pango_language_from_string(language_.c_str()));
         return machineContext_.get();
     }
 

@@ -181,35 +181,34 @@ public:
         : stream_(stream), root_(root), record_(record), limits_(limits) {}
 
     bool Null() {
-        if (!counts()) return false;
-        if (skipsScalar()) return true;
-        return (isInRecord() && member().nullable) || mismatch("null");
+        return scalar([&] { return (isInRecord() && member().nullable) || mismatch("null"); });
     }
     bool Bool(bool value) {
-        if (!counts()) return false;
-        if (skipsScalar()) return true;
-        if (wants(Kind::flag)) return fill(Kind::flag, value);
-        return mismatch(value ? "true" : "false");
+        return scalar([&] {
+            if (wants(Kind::flag)) return fill(Kind::flag, value);
+            return mismatch(value ? "true" : "false");
+        });
     }
     bool RawNumber(const char*, rapidjson::SizeType, bool) {
-        if (!counts()) return false;
-        if (skipsScalar()) return true;
-        const auto& number = stream_.number();
-        if (wants(Kind::integer))
-            if (const auto value = asInteger(number)) return fill(Kind::integer, *value);
-        if (wants(Kind::number))
-            if (const auto value = asDouble(number)) return fill(Kind::number, *value);
-        return mismatch(shortened(number.text));
+        return scalar([&] {
+            const auto& number = stream_.number();
+            if (wants(Kind::integer))
+                if (const auto value = asInteger(number)) return fill(Kind::integer, *value);
+            if (wants(Kind::number))
+                if (const auto value = asDouble(number)) return fill(Kind::number, *value);
+            return mismatch(shortened(number.text));
+        });
     }
     bool String(const char* characters, rapidjson::SizeType length, bool) {
         const std::string_view text{characters, length};
         if (holdsLoneSurrogate(text)) return fail("a surrogate pair", "half of one");
-        if (!counts()) return false;
-        if (skipsScalar()) return true;
-        if (wants(Kind::text)) return fill(Kind::text, std::string{text});
-        if (wants(Kind::bytes))
-            if (auto bytes = decodeBase64(text)) return fill(Kind::bytes, Bytes{*std::move(bytes)});
-        return mismatch('"' + shortened(text) + '"');
+        return scalar([&] {
+            if (wants(Kind::text)) return fill(Kind::text, std::string{text});
+            if (wants(Kind::bytes))
+                if (auto bytes = decodeBase64(text))
+                    return fill(Kind::bytes, Bytes{*std::move(bytes)});
+            return mismatch('"' + shortened(text) + '"');
+        });
     }
     bool Key(const char* characters, rapidjson::SizeType length, bool) {
         const std::string_view key{characters, length};
@@ -296,9 +295,10 @@ private:
         return true;
     }
 
-    /// Whether the value that has just been read belongs to nobody.
-    bool skipsScalar() {
-        if (!isSkipping()) return false;
+    /// A value that holds no others, which `take()` makes use of unless it belongs to nobody.
+    bool scalar(const auto& take) {
+        if (!counts()) return false;
+        if (!isSkipping()) return take();
         if (skippedDepth_ == 0) stopSkipping();
         return true;
     }

@@ -154,30 +154,22 @@ struct Maker;
 template <class Type>
 inline constexpr Shape shapeOf = Maker<Type>::make();
 
-template <>
-struct Maker<std::int64_t> {
-    static constexpr Shape make() { return {.kind = Kind::integer}; }
+template <Kind plain>
+struct PlainMaker {
+    static constexpr Shape make() { return {.kind = plain}; }
 };
 template <>
-struct Maker<double> {
-    static constexpr Shape make() { return {.kind = Kind::number}; }
-};
+struct Maker<std::int64_t> : PlainMaker<Kind::integer> {};
 template <>
-struct Maker<bool> {
-    static constexpr Shape make() { return {.kind = Kind::flag}; }
-};
+struct Maker<double> : PlainMaker<Kind::number> {};
 template <>
-struct Maker<std::string> {
-    static constexpr Shape make() { return {.kind = Kind::text}; }
-};
+struct Maker<bool> : PlainMaker<Kind::flag> {};
 template <>
-struct Maker<Bytes> {
-    static constexpr Shape make() { return {.kind = Kind::bytes}; }
-};
+struct Maker<std::string> : PlainMaker<Kind::text> {};
 template <>
-struct Maker<AnyJSON> {
-    static constexpr Shape make() { return {.kind = Kind::any}; }
-};
+struct Maker<Bytes> : PlainMaker<Kind::bytes> {};
+template <>
+struct Maker<AnyJSON> : PlainMaker<Kind::any> {};
 
 template <class... Case>
 struct Maker<std::variant<std::monostate, Case...>> {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/foundation/numbers.h"
 #include "platform/foundation/utf8.h"
 
 namespace tessary::foundation {
@@ -81,10 +80,6 @@ JSONWriter& JSONWriter::number(double number) {
     if (needsExponent(number)) return word(digits(number, std::chars_format::scientific));
     return word(digits(number, std::chars_format::fixed));
 }
-
-JSONWriter& JSONWriter::integer(std::int64_t number) { return word(digits(number)); }
-
-JSONWriter& JSONWriter::integer(std::uint64_t number) { return word(digits(number)); }
 
 JSONWriter& JSONWriter::quoted(const Bytes& bytes) {
     separate();

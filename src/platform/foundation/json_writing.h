@@ -29,6 +29,7 @@
 #include "platform/foundation/date.h"
 #include "platform/foundation/json_decoding.h"
 #include "platform/foundation/named_cases.h"
+#include "platform/foundation/numbers.h"
 
 namespace tessary::foundation {
 
@@ -105,8 +106,6 @@ private:
     void startLine();
     JSONWriter& word(std::string_view word);
     JSONWriter& number(double number);
-    JSONWriter& integer(std::int64_t number);
-    JSONWriter& integer(std::uint64_t number);
     JSONWriter& quoted(std::string_view text);
     JSONWriter& quoted(const Bytes& bytes);
 
@@ -134,10 +133,8 @@ JSONWriter& JSONWriter::value(const Value& value) {
         null();
     else if constexpr (std::same_as<Value, bool>)
         word(value ? "true" : "false");
-    else if constexpr (std::signed_integral<Value>)
-        integer(std::int64_t{value});
-    else if constexpr (std::unsigned_integral<Value>)
-        integer(std::uint64_t{value});
+    else if constexpr (std::integral<Value>)
+        word(digits(value));
     else if constexpr (std::floating_point<Value>)
         number(value);
     else if constexpr (std::same_as<Value, Date>)

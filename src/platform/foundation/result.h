@@ -6,7 +6,7 @@
 //     }
 //     parsed("180").value()                                 // Date{180}
 //     parsed("noon").fault().message()                      // "'noon' is not a time"
-//     parsed("180").transform([](Date date) { return date.seconds; }).valueOr(0)      // 180.0
+//     parsed("180").transform([](Date date) { return date.seconds; }).value()         // 180.0
 //
 // Whoever has to tell more than words brings a reason of his own, with a message() to print it.
 // What only is there or is not stays std::optional: nothing is wrong with it.
@@ -46,9 +46,6 @@ public:
     Value* operator->() { return &value(); }
     const Reason& fault() const { return std::get<1>(held_); }
 
-    Value valueOr(Value otherwise) && {
-        return *this ? std::move(*this).value() : std::move(otherwise);
-    }
     /// What `next` makes of the value, which may fail as well; the first fault is the one that
     /// stays.
     template <class Next>

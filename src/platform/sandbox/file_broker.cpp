@@ -57,10 +57,7 @@ bool send(int channel, std::string_view text, int file) {
         beside->cmsg_len = CMSG_LEN(sizeof file);
         std::memcpy(CMSG_DATA(beside), &file, sizeof file);
     }
-    ssize_t sent = 0;
-    do sent = ::sendmsg(channel, &message, MSG_NOSIGNAL);
-    while (sent < 0 && errno == EINTR);
-    return sent >= 0;
+    return system::uninterrupted([&] { return ::sendmsg(channel, &message, MSG_NOSIGNAL); }) >= 0;
 }
 
 /// Nothing when the other side is gone.
@@ -69,9 +66,8 @@ std::optional<Message> receive(int channel) {
     iovec part{result.text.data(), result.text.size()};
     DescriptorRoom room{};
     msghdr message = header(part, room);
-    ssize_t length = 0;
-    do length = ::recvmsg(channel, &message, MSG_CMSG_CLOEXEC);
-    while (length < 0 && errno == EINTR);
+    const ssize_t length =
+        system::uninterrupted([&] { return ::recvmsg(channel, &message, MSG_CMSG_CLOEXEC); });
     if (length <= 0) return std::nullopt;
     result.text.resize(static_cast<std::size_t>(length));
     if (const cmsghdr* beside = CMSG_FIRSTHDR(&message)) {

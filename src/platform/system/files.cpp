@@ -1,7 +1,6 @@
 #include "platform/system/files.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
 #include <cstdint>
 #include <ctime>
@@ -24,28 +23,14 @@ Fault notRegular() { return {"not a regular file"}; }
 
 Fault tooLarge() { return {"larger than " + std::to_string(largestReadableFile >> 20U) + " MiB"}; }
 
-int openForReading(const char* name) {
-    int number = -1;
-    do number = ::open(name, O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    while (number < 0 && errno == EINTR);
-    return number;
-}
-
-/// Reads into `room` once; the byte count, 0 at the end, below 0 on failure.
-ssize_t readOnce(int file, char* room, std::size_t size) {
-    ssize_t count = 0;
-    do count = ::read(file, room, size);
-    while (count < 0 && errno == EINTR);
-    return count;
-}
-
 /// `expected` is a guess at the size: the file may have become longer or shorter since. One byte
 /// beyond it is asked for, so that a file which keeps its size needs no second buffer.
 FileContents readToEnd(int file, std::size_t expected) {
     std::string bytes(expected + 1, '\0');
     std::size_t length = 0;
     for (;;) {
-        const auto count = readOnce(file, bytes.data() + length, bytes.size() - length);
+        const ssize_t count = uninterrupted(
+            [&] { return ::read(file, bytes.data() + length, bytes.size() - length); });
         if (count < 0) return systemFault(errno);
         if (count == 0) break;
         length += static_cast<std::size_t>(count);
@@ -164,7 +149,8 @@ foundation::Result<Descriptor> openFile(const std::filesystem::path& path) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0) return systemFault(errno);
     if (!S_ISREG(status.st_mode)) return notRegular();
-    Descriptor file{openForReading(path.c_str())};
+    Descriptor file{uninterrupted(
+        [&] { return ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY); })};
     if (file.number() < 0) return systemFault(errno);
     if (::fstat(file.number(), &status) != 0) return systemFault(errno);
     if (!S_ISREG(status.st_mode)) return notRegular();

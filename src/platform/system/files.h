@@ -10,6 +10,7 @@
 //     if (opened) readFile(*opened);
 #pragma once
 
+#include <cerrno>
 #include <cstddef>
 #include <filesystem>
 #include <string>
@@ -25,6 +26,14 @@ inline constexpr std::size_t largestReadableFile = std::size_t{16} << 20U;
 /// A file's contents, or why there are none: "No such file or directory", "not a regular file",
 /// "larger than 16 MiB".
 using FileContents = foundation::Result<std::string>;
+
+/// What a system call answers in the end, however often a signal interrupts it.
+template <class Call>
+auto uninterrupted(const Call& call) {
+    auto answer = call();
+    while (answer < 0 && errno == EINTR) answer = call();
+    return answer;
+}
 
 /// Owns an open file descriptor; a negative one is none.
 class Descriptor {

@@ -19,10 +19,22 @@ std::optional<fs::path> folder(const char* variable, const char* belowHome) {
     return std::nullopt;
 }
 
+bool isOneFolderName(std::string_view name) {
+    constexpr std::string_view separators{"/\0", 2};
+    return !name.empty() && name != "." && name != ".." &&
+           name.find_first_of(separators) == std::string_view::npos;
+}
+
 }  // namespace
 
 std::optional<fs::path> dataFolder() { return folder("XDG_DATA_HOME", ".local/share"); }
 
 std::optional<fs::path> settingsFolder() { return folder("XDG_CONFIG_HOME", ".config"); }
+
+std::optional<fs::path> groupContainer(std::string_view identifier) {
+    const auto home = dataFolder();
+    if (!home || !isOneFolderName(identifier)) return std::nullopt;
+    return *home / "group-containers" / identifier;
+}
 
 }  // namespace tessary::system

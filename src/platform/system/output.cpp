@@ -27,8 +27,8 @@ Fault cannotWrite(const std::string& target) {
 
 bool writeAll(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
-        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
+        const ssize_t written =
+            uninterrupted([&] { return write(descriptor, bytes.data(), bytes.size()); });
         if (written < 0) return false;
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
@@ -38,9 +38,8 @@ bool writeAll(int descriptor, std::string_view bytes) {
 Result<void> writeStraight(const fs::path& file, std::string_view bytes) {
     Descriptor open{
         ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, everybodyMayRead)};
-    if (open.number() < 0 || !writeAll(open.number(), bytes)) return cannotWrite(file.string());
-    if (!open.close()) return cannotWrite(file.string());
-    return {};
+    const bool isWritten = open.number() >= 0 && writeAll(open.number(), bytes) && open.close();
+    return isWritten ? Result<void>{} : cannotWrite(file.string());
 }
 
 /// A file beside another, under a name of its own; gone again unless it has been renamed.

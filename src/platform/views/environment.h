@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <variant>
 
 #include "platform/foundation/date.h"
 #include "platform/locale/user_locale.h"
@@ -54,24 +55,24 @@ struct Environment {
     bool operator==(const Environment&) const = default;
 };
 
-/// One or more changes to an environment; what is absent stays as it is.
-struct EnvironmentChange {
-    std::optional<Font> font{};
-    std::optional<Weight> weight{};
-    std::optional<bool> monospacedDigits{};
-    std::optional<Color> foreground{};
-    std::optional<int> lineLimit{};
-    std::optional<Truncation> truncation{};
-    std::optional<double> minimumScale{};
-    std::optional<double> opacity{};  ///< a factor
-    std::optional<LabelStyle> labelStyle{};
-    std::optional<ColorScheme> colorScheme{};
-    std::optional<RedactionReasons> redaction{};
-    std::optional<bool> accent{};
+/// A new value for one of the things inherited; of the opacity a factor.
+template <class Value>
+struct Setting {
+    Value Environment::*member{};
+    Value value{};
 
-    Environment applied(Environment to) const;
-    bool operator==(const EnvironmentChange&) const = default;
+    void apply(Environment& to) const { to.*member = value; }
+    bool operator==(const Setting&) const = default;
 };
+template <>
+inline void Setting<double>::apply(Environment& to) const {
+    to.*member = member == &Environment::opacity ? to.opacity * value : value;
+}
+
+using EnvironmentChange =
+    std::variant<Setting<Font>, Setting<std::optional<Weight>>, Setting<bool>, Setting<Color>,
+                 Setting<std::optional<int>>, Setting<Truncation>, Setting<double>,
+                 Setting<LabelStyle>, Setting<ColorScheme>, Setting<RedactionReasons>>;
 
 }  // namespace tessary::views
 

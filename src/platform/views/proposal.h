@@ -2,7 +2,6 @@
 #pragma once
 
 #include <limits>
-#include <string>
 
 namespace tessary::views {
 
@@ -28,8 +27,6 @@ public:
     constexpr Offer less(double taken) const {
         return isUnspecified() ? *this : points(length_ - taken);
     }
-    /// "unspecified", "0", "118.5", "unbounded".
-    std::string description() const;
     bool operator==(const Offer&) const = default;
 
 private:
@@ -44,7 +41,6 @@ struct Proposal {
     static constexpr Proposal points(double width, double height) {
         return {Offer::points(width), Offer::points(height)};
     }
-    std::string description() const;  ///< "118 x unspecified"
     bool operator==(const Proposal&) const = default;
 };
 

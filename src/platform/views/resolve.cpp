@@ -103,9 +103,11 @@ private:
     }
 
     Nodes apply(const EnvironmentChange& change, View child) const {
-        if (change.colorScheme && !preferences.colorScheme)
-            preferences.colorScheme = change.colorScheme;
-        return in(change.applied(environment), std::move(child));
+        const auto* scheme = std::get_if<Setting<ColorScheme>>(&change);
+        if (scheme && !preferences.colorScheme) preferences.colorScheme = scheme->value;
+        Environment inner = environment;
+        std::visit([&](const auto& setting) { setting.apply(inner); }, change);
+        return in(inner, std::move(child));
     }
     Nodes apply(const nodes::ContainerBackground& background, View child) const {
         if (!preferences.background) preferences.background = background.color;

@@ -1,7 +1,5 @@
 #include "platform/views/view.h"
 
-#include <limits>
-
 namespace tessary::views {
 
 namespace nodes {
@@ -21,37 +19,30 @@ static bool operator==(const Modified& a, const Modified& b) {
 
 }  // namespace nodes
 
-FlexibleFrame FlexibleFrame::unbounded(Alignment alignment) {
-    FlexibleFrame frame = unboundedWidth(alignment);
-    frame.maxHeight = frame.maxWidth;
-    return frame;
-}
-FlexibleFrame FlexibleFrame::unboundedWidth(Alignment alignment) {
-    FlexibleFrame frame;
-    frame.maxWidth = std::numeric_limits<double>::infinity();
-    frame.alignment = alignment;
-    return frame;
-}
-
 bool operator==(const View& a, const View& b) { return a.node_ == b.node_; }
 
 View View::modified(nodes::Modifier modifier) const {
     return View{Node{nodes::Modified{*this, std::move(modifier)}}};
 }
-View View::changed(EnvironmentChange change) const { return modified(change); }
 
-View View::font(Font font) const { return changed({.font = font}); }
-View View::weight(Weight weight) const { return changed({.weight = weight}); }
-View View::monospacedDigits() const { return changed({.monospacedDigits = true}); }
-View View::foreground(Color color) const { return changed({.foreground = color}); }
-View View::lineLimit(int lines) const { return changed({.lineLimit = std::max(lines, 1)}); }
-View View::truncation(Truncation mode) const { return changed({.truncation = mode}); }
-View View::minimumScale(double factor) const { return changed({.minimumScale = factor}); }
-View View::opacity(double factor) const { return changed({.opacity = factor}); }
-View View::colorScheme(ColorScheme scheme) const { return changed({.colorScheme = scheme}); }
-View View::redacted(RedactionReasons reasons) const { return changed({.redaction = reasons}); }
-View View::unredacted() const { return changed({.redaction = RedactionReasons{}}); }
-View View::accentable() const { return changed({.accent = true}); }
+View View::font(Font font) const { return changed(&Environment::font, font); }
+View View::weight(Weight weight) const { return changed(&Environment::weight, weight); }
+View View::monospacedDigits() const { return changed(&Environment::monospacedDigits, true); }
+View View::foreground(Color color) const { return changed(&Environment::foreground, color); }
+View View::lineLimit(int lines) const {
+    return changed(&Environment::lineLimit, std::max(lines, 1));
+}
+View View::truncation(Truncation mode) const { return changed(&Environment::truncation, mode); }
+View View::minimumScale(double factor) const { return changed(&Environment::minimumScale, factor); }
+View View::opacity(double factor) const { return changed(&Environment::opacity, factor); }
+View View::colorScheme(ColorScheme scheme) const {
+    return changed(&Environment::colorScheme, scheme);
+}
+View View::redacted(RedactionReasons reasons) const {
+    return changed(&Environment::redaction, reasons);
+}
+View View::unredacted() const { return changed(&Environment::redaction, {}); }
+View View::accentable() const { return changed(&Environment::accent, true); }
 
 View View::frame(FixedFrame frame) const { return modified(frame); }
 View View::frame(FlexibleFrame frame) const { return modified(frame); }

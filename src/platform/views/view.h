@@ -23,6 +23,7 @@
 #pragma once
 
 #include <concepts>
+#include <limits>
 #include <string>
 #include <type_traits>
 #include <variant>
@@ -69,9 +70,14 @@ struct FlexibleFrame {
     Alignment alignment{Alignment::center};
 
     /// All the width and height that is offered.
-    static FlexibleFrame unbounded(Alignment alignment);
+    static FlexibleFrame unbounded(Alignment alignment) {
+        return {.maxWidth = everything, .maxHeight = everything, .alignment = alignment};
+    }
     /// All the width that is offered; the height passes through.
-    static FlexibleFrame unboundedWidth(Alignment alignment);
+    static FlexibleFrame unboundedWidth(Alignment alignment) {
+        return {.maxWidth = everything, .alignment = alignment};
+    }
+    static constexpr double everything = std::numeric_limits<double>::infinity();
     bool operator==(const FlexibleFrame&) const = default;
 };
 
@@ -185,9 +191,9 @@ public:
     /// `Style` is an empty record with `View body(const View& icon, const View& title) const`.
     template <class Style>
     View labelStyle(Style) const {
-        return changed({.labelStyle = LabelStyle{[](const View& icon, const View& title) {
-                            return View{Style{}.body(icon, title)};
-                        }}});
+        return changed(&Environment::labelStyle, {[](const View& icon, const View& title) {
+            return View{Style{}.body(icon, title)};
+        }});
     }
 
     // Layout.
@@ -210,7 +216,10 @@ public:
     friend bool operator==(const View& a, const View& b);
 
 private:
-    View changed(EnvironmentChange change) const;
+    template <class Value>
+    View changed(Value Environment::*member, std::type_identity_t<Value> value) const {
+        return modified(EnvironmentChange{Setting<Value>{member, std::move(value)}});
+    }
     View modified(nodes::Modifier modifier) const;
     Node node_{};
 };

@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -47,10 +48,27 @@ struct WidgetConfiguration {
     std::optional<intents::WidgetConfigurationIntent> intent{};
     std::function<WidgetTimeline(Request, const ProviderContext&)> answer{};
 
-    WidgetConfiguration configurationDisplayName(std::string name) const;
-    WidgetConfiguration description(std::string text) const;
-    WidgetConfiguration supportedFamilies(std::vector<WidgetFamily> families) const;
-    WidgetConfiguration configuredBy(intents::WidgetConfigurationIntent intent) const;
+    WidgetConfiguration configurationDisplayName(std::string name) const {
+        return with(&WidgetConfiguration::displayName, std::move(name));
+    }
+    WidgetConfiguration description(std::string said) const {
+        return with(&WidgetConfiguration::text, std::move(said));
+    }
+    WidgetConfiguration supportedFamilies(std::vector<WidgetFamily> supported) const {
+        return with(&WidgetConfiguration::families, std::move(supported));
+    }
+    WidgetConfiguration configuredBy(intents::WidgetConfigurationIntent choices) const {
+        return with(&WidgetConfiguration::intent, std::move(choices));
+    }
+
+private:
+    template <class Value>
+    WidgetConfiguration with(Value WidgetConfiguration::*member,
+                             std::type_identity_t<Value> value) const {
+        WidgetConfiguration result = *this;
+        result.*member = std::move(value);
+        return result;
+    }
 };
 
 /// A widget of a provider and what shows its entries. `Provider` has an `Entry`, which has a `date`

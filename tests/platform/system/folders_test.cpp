@@ -1,4 +1,4 @@
-#include "platform/system/group_containers.h"
+#include "platform/system/folders.h"
 
 #include <gtest/gtest.h>
 
