@@ -89,7 +89,8 @@ namespace tessary::command {
 using foundation::visible;
 
 static void writeJSON(foundation::JSONWriter& json, const ContentFault& fault) {
-    const auto& [reason, at] = fault;
+    const foundation::DecodingFault& reason = fault.reason;
+    const Excerpt& at = fault.at;
     json.object([&] {
         json.member("path", reason.path).member("expected", reason.expected);
         json.member("found", reason.found).member("line", at.line).member("column", at.column);

@@ -117,7 +117,7 @@ private:
     }
 
     /// Widgets that were added without a screen get their monitor.
-    Result<void> settled(std::vector<PlacedWidget> widgets) {
+    Result<void> settled(const std::vector<PlacedWidget>& widgets) {
         const auto first = monitors().front().name;
         widgets_ = widgets;
         for (auto& [number, kind, family, pin, place] : widgets_)

@@ -44,6 +44,7 @@ Entity described(const AppEntity& entity) { return {entity.id, entity.name, enti
 
 std::vector<Entity> described(const std::vector<AppEntity>& entities) {
     std::vector<Entity> result;
+    result.reserve(entities.size());
     for (const AppEntity& entity : entities) result.push_back(described(entity));
     return result;
 }

@@ -8,7 +8,6 @@ namespace tessary {
 
 namespace {
 
-using testing::AllOf;
 using testing::HasSubstr;
 using testing::StartsWith;
 
