@@ -12,7 +12,6 @@ namespace tessary::alarm_pin {
 
 using foundation::Date;
 using snapshot::AlarmPinsSnapshot;
-using AlarmPinDisplay = pins::PinDisplay<AlarmPinsSnapshot>;
 using Pinned = pins::Pinned<AlarmPinsSnapshot>;
 
 /// "In alarm", "OK", "Insufficient data"; "Unknown" for any other state and for none. Case matters.

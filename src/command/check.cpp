@@ -19,10 +19,8 @@ namespace tessary::command {
 using foundation::visible;
 
 namespace fs = std::filesystem;
-using snapshot::AlarmPinsSnapshot;
 using snapshot::AlarmsSnapshot;
 using snapshot::AppGroup;
-using snapshot::MetricPinsSnapshot;
 using snapshot::Reading;
 
 namespace {
@@ -263,8 +261,8 @@ Inspection inspect(const snapshot::Source& source) {
     result.group = std::move(location.group);
     if (location.container) result.container = location.container->string();
     result.files.push_back(inspectAlarms(source, result.now));
-    result.files.push_back(inspectPins<AlarmPinsSnapshot>(source, "alarm", result.now));
-    result.files.push_back(inspectPins<MetricPinsSnapshot>(source, "metric", result.now));
+    result.files.push_back(inspectPins<snapshot::AlarmPinsSnapshot>(source, "alarm", result.now));
+    result.files.push_back(inspectPins<snapshot::MetricPinsSnapshot>(source, "metric", result.now));
     result.usable = std::all_of(result.files.begin(), result.files.end(),
                                 [](const FileFinding& file) { return file.step == Step::usable; });
     return result;

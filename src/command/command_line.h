@@ -5,8 +5,6 @@
 //     parseCommandLine({"draw"}).fault().message()          // "unknown command 'draw': expected …"
 #pragma once
 
-#include <filesystem>
-#include <optional>
 #include <string>
 #include <variant>
 #include <vector>

@@ -16,7 +16,6 @@
 
 namespace tessary::command {
 
-using foundation::Date;
 using foundation::JSONWriter;
 using foundation::name;
 using widgets::WidgetConfiguration;
@@ -51,9 +50,7 @@ std::string asJSON(const Record& record) {
 std::string listAsText(const std::vector<WidgetConfiguration>& widgets) {
     std::string text;
     for (const WidgetConfiguration& widget : widgets) {
-        std::string sizes;
-        for (const auto family : widget.families)
-            sizes += (sizes.empty() ? "" : ", ") + std::string{name(family)};
+        const auto sizes = foundation::joined(widget.families, ", ", name<widgets::WidgetFamily>);
         if (!text.empty()) text += '\n';
         text += widget.displayName + "\n  " + widget.text + "\n  kind           " + widget.kind +
                 "\n  configuration  " +

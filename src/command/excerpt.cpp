@@ -8,8 +8,6 @@
 
 namespace tessary::command {
 
-using foundation::firstVisible;
-using foundation::visible;
 using foundation::VisibleCharacter;
 
 namespace {
@@ -59,7 +57,7 @@ ShownText shownBefore(std::string_view before) {
     std::deque<VisibleCharacter> characters;
     std::size_t cells = 0;
     while (at < before.size()) {
-        VisibleCharacter character = firstVisible(before.substr(at));
+        VisibleCharacter character = foundation::firstVisible(before.substr(at));
         if (at < indented) character.shown = " ";
         at += character.length;
         cells += static_cast<std::size_t>(character.cells);
@@ -88,7 +86,7 @@ Excerpt excerptAt(std::string_view text, std::size_t offset) {
     return {
         .line = 1 + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n')),
         .column = 1 + countCharacters(line.substr(0, column)),
-        .text = shown.text + visible(line.substr(column), cellsBehind),
+        .text = shown.text + foundation::visible(line.substr(column), cellsBehind),
         .caret = std::string(shown.cells, ' ') + '^',
     };
 }

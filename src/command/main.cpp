@@ -1,5 +1,4 @@
 #include <csignal>
-#include <vector>
 
 #include "command/commands.h"
 

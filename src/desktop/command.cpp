@@ -12,7 +12,6 @@ namespace tessary::desktop {
 
 using namespace glib;
 using namespace places;
-using foundation::Result;
 using system::Option;
 using system::Reader;
 using system::Words;
@@ -169,7 +168,8 @@ Outcome edit(const Command& command, PlacedWidget& widget, const Kind* kind) {
 
 }  // namespace
 
-Result<Command> parseCall(const std::vector<std::string>& call, const std::string& folder) {
+foundation::Result<Command> parseCall(const std::vector<std::string>& call,
+                                      const std::string& folder) {
     return system::parse(program, call).andThen([&](const Words& words) {
         Reader read{words};
         const Command command = understand(read, folder);

@@ -13,7 +13,6 @@ namespace tessary::desktop {
 
 using namespace places;
 using namespace client;
-using windows::Card;
 
 namespace {
 
@@ -34,7 +33,7 @@ struct Desktop::Shown {
     }
 
     PlacedWidget placed{};
-    std::unique_ptr<Card> card{};
+    std::unique_ptr<windows::Card> card{};
     std::vector<Entry> entries{};
     std::vector<double> dates{};  ///< the entries'
     double askAt{never};

@@ -7,7 +7,6 @@
 
 namespace tessary::extension {
 
-using foundation::name;
 using intents::AppEntity;
 using intents::WidgetConfigurationIntent;
 using protocol::Entity;
@@ -17,7 +16,7 @@ namespace {
 
 protocol::Size described(widgets::WidgetFamily family) {
     const auto [width, height] = surface(family, 1).size;
-    return {.family = std::string{name(family)},
+    return {.family = std::string{foundation::name(family)},
             .name = std::string{foundation::shortName(family)},
             .width = std::llround(width),
             .height = std::llround(height)};

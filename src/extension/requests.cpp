@@ -2,8 +2,6 @@
 
 #include <exception>
 #include <optional>
-#include <utility>
-#include <vector>
 
 #include "extension/descriptions.h"
 #include "extension/widget_lookup.h"
@@ -16,12 +14,10 @@ namespace tessary::extension {
 
 using foundation::decodeJSON;
 using foundation::Fault;
-using foundation::JSONWriter;
 using foundation::name;
 using foundation::Result;
 using foundation::toJSON;
 using locale::UserLocale;
-using protocol::Failure;
 using protocol::Identifier;
 using protocol::Reply;
 using widgets::WidgetConfiguration;
@@ -116,7 +112,7 @@ public:
         }
         return {
             .date = entry.date.seconds,
-            .display = {[entry](JSONWriter& json) { entry.describe(json); }},
+            .display = {[entry](foundation::JSONWriter& json) { entry.describe(json); }},
             .url = list_.url,
             .text = drawing::paintText(list_),
             .picture = {picture_},
@@ -158,7 +154,7 @@ Result<protocol::Timeline> timeline(const protocol::Request& request, widgets::R
 }
 
 std::string refusal(const Identifier& id, const std::string& error) {
-    return toJSON(Reply<Failure>{{error}, id});
+    return toJSON(Reply<protocol::Failure>{{error}, id});
 }
 
 template <class Content>

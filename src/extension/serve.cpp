@@ -1,7 +1,6 @@
 #include "extension/serve.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -14,6 +13,7 @@
 #include "extension/requests.h"
 #include "extension/widget_host.h"
 #include "platform/drawing/machine_fonts.h"
+#include "platform/foundation/joined.h"
 #include "platform/sandbox/file_broker.h"
 #include "platform/sandbox/sandbox.h"
 #include "platform/system/conversation.h"
@@ -23,14 +23,9 @@ namespace tessary::extension {
 
 namespace fs = std::filesystem;
 using foundation::Fault;
+using foundation::joined;
 
 namespace {
-
-std::string joined(const std::vector<std::string>& lines) {
-    std::string text;
-    for (const std::string& line : lines) text += (text.empty() ? "" : "; ") + line;
-    return text;
-}
 
 /// A snapshot of a container that the places allow, or one of their information dictionaries.
 class ServedFiles {
@@ -87,9 +82,11 @@ foundation::Result<void> serve(const ServeOptions& options) {
     const locale::UserLocale locale = localeOf(options.request);
 
     const auto open = sandbox::enterSandbox({.readable = drawing::fontPlaces()});
-    if (!open.empty() && options.requireSandbox) return Fault{"no whole sandbox: " + joined(open)};
+    if (!open.empty() && options.requireSandbox)
+        return Fault{"no whole sandbox: " + joined(open, "; ")};
     if (!open.empty())
-        std::cerr << "tessary-widgets: running without a whole sandbox: " << joined(open) << '\n';
+        std::cerr << "tessary-widgets: running without a whole sandbox: " << joined(open, "; ")
+                  << '\n';
 
     Extension extension{source, locale};
     return system::hold(

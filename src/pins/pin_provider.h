@@ -1,7 +1,6 @@
 // Answers a host's requests for a widget of one pin.
 #pragma once
 
-#include <optional>
 #include <utility>
 
 #include "pins/pin_display.h"

@@ -1,7 +1,5 @@
 #include "presentation/locked_placeholder.h"
 
-#include <utility>
-
 #include "platform/locale/localized.h"
 #include "presentation/message.h"
 

@@ -66,6 +66,7 @@ struct Suggestions {
     std::string type{};               ///< what an entity is called
     std::optional<Entity> initial{};  ///< what a new widget takes
     std::vector<Entity> suggested{};
+    bool operator==(const Suggestions&) const = default;
 };
 
 /// The entities of identifiers that were asked for.

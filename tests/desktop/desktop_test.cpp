@@ -143,7 +143,7 @@ private:
         all.entries.pop_back();
         return all;
     }
-    static client::Pins pins(const std::vector<std::string>& ids) {
+    static protocol::Suggestions pins(const std::vector<std::string>& ids) {
         return {.initial = ids.empty() ? std::nullopt : std::optional<client::Pin>{{.id = ids[0]}}};
     }
 

@@ -27,12 +27,10 @@ Result<Reply> understood(protocol::List list) {
     return Reply{.kinds = std::move(list.widgets)};
 }
 
-Result<Reply> understood(protocol::Suggestions from) {
-    return Reply{.pins = Pins{from.type, std::move(from.initial), std::move(from.suggested)}};
-}
+Result<Reply> understood(protocol::Suggestions pins) { return Reply{.pins = std::move(pins)}; }
 
 Result<Reply> understood(protocol::Entities from) {
-    return Reply{.pins = Pins{.type = from.type, .pins = std::move(from.entities)}};
+    return Reply{.pins = {{.type = from.type, .suggested = std::move(from.entities)}}};
 }
 
 Result<Reply> understood(protocol::Timeline from) {

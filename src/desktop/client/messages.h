@@ -36,20 +36,13 @@ struct Timeline {
     double after{std::numeric_limits<double>::infinity()};
 };
 
-struct Pins {
-    std::string type{};            ///< what a pin is called
-    std::optional<Pin> initial{};  ///< what a new widget takes; left out where ids were given
-    std::vector<Pin> pins{};
-    bool operator==(const Pins&) const = default;
-};
-
 /// One of the four is there: an error, a timeline (or a snapshot), pins, or the kinds (of which
 /// there may be none).
 struct Reply {
     std::int64_t id{};
     std::optional<std::string> error{};
     std::optional<Timeline> timeline{};
-    std::optional<Pins> pins{};
+    std::optional<protocol::Suggestions> pins{};  ///< without a default where ids were given
     std::vector<protocol::Widget> kinds{};
 };
 

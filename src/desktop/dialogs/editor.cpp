@@ -124,24 +124,24 @@ private:
             if (!reply.pins)
                 return dialog_.setStatus(
                     reply.error.value_or("the extension answers without pins"));
-            const auto& offered = reply.pins->pins;
+            const auto& offered = reply.pins->suggested;
             if (!pin_ || std::ranges::find(offered, *pin_, &Pin::id) != offered.end())
                 return take(*reply.pins);
             const auto named = [this, pins = *reply.pins](const Reply& gone) mutable {
                 if (gone.pins)
-                    pins.pins.insert(pins.pins.begin(), gone.pins->pins.begin(),
-                                     gone.pins->pins.end());
+                    pins.suggested.insert(pins.suggested.begin(), gone.pins->suggested.begin(),
+                                          gone.pins->suggested.end());
                 take(pins);
             };
             inquiry_.ask({.request = "pins", .widget = kind_, .ids = {{*pin_}}}, named);
         });
     }
 
-    void take(const Pins& pins) {
+    void take(const protocol::Suggestions& pins) {
         dialog_.setStatus("");
         if (std::exchange(answered_, true) && pins == found_) return;
         found_ = pins;
-        finder_ = PinSearch{found_.pins};
+        finder_ = PinSearch{found_.suggested};
         dialog_.setTitle("Choose a " + found_.type);
         atk_object_set_name(gtk_widget_get_accessible(GTK_WIDGET(list_)),
                             shortened(found_.type).c_str());
@@ -162,7 +162,9 @@ private:
         filling_ = true;
         empty(GTK_WIDGET(list_));
         rows_ = finder_.matches(words_);
-        const auto isWanted = [this](std::size_t row) { return found_.pins[row].id == wanted_; };
+        const auto isWanted = [this](std::size_t row) {
+            return found_.suggested[row].id == wanted_;
+        };
         const auto it = std::ranges::find_if(rows_, isWanted);
         auto place = it - rows_.begin();
         if (it != rows_.end() && place >= mostRows) {
@@ -173,7 +175,7 @@ private:
         if (place == count) place = words_.empty() || count == 0 ? -1 : 0;
         rows_.resize(static_cast<std::size_t>(std::min(count, mostRows)));
         for (const auto row : rows_)
-            gtk_container_add(GTK_CONTAINER(list_), rowOf(found_.pins[row]));
+            gtk_container_add(GTK_CONTAINER(list_), rowOf(found_.suggested[row]));
         gtk_widget_show_all(GTK_WIDGET(list_));
         if (place >= 0)
             gtk_list_box_select_row(list_,
@@ -184,7 +186,7 @@ private:
         gtk_label_set_text(GTK_LABEL(more_), left.c_str());
         gtk_widget_set_visible(more_, count > mostRows);
         gtk_label_set_text(GTK_LABEL(placeholder_), !answered_ ? ""
-                                                    : found_.pins.empty()
+                                                    : found_.suggested.empty()
                                                         ? "There is nothing pinned to choose from."
                                                         : "No pin has these words.");
         gtk_widget_set_sensitive(button_, place >= 0);
@@ -192,7 +194,8 @@ private:
 
     const Pin* selection() const {
         const auto row = gtk_list_box_get_selected_row(list_);
-        return row ? &found_.pins[rows_[static_cast<std::size_t>(gtk_list_box_row_get_index(row))]]
+        return row ? &found_.suggested[rows_[static_cast<std::size_t>(
+                         gtk_list_box_row_get_index(row))]]
                    : nullptr;
     }
 
@@ -240,7 +243,7 @@ private:
     GtkWidget* button_{gtk_button_new_with_mnemonic("C_hoose")};
     bool answered_{}, filling_{};
     bool hidden_{};  ///< the selected row may be out of sight, as rows have come
-    Pins found_{};
+    protocol::Suggestions found_{};
     PinSearch finder_{{}};
     std::string words_{};                ///< that have found the rows
     std::vector<std::size_t> rows_{};    ///< the pins that are shown

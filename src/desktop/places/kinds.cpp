@@ -2,19 +2,14 @@
 
 #include <algorithm>
 
+#include "platform/foundation/joined.h"
+
 namespace tessary::places {
 
 namespace {
 
 Family familyOf(const protocol::Size& size) {
     return {size.name, {static_cast<int>(size.width), static_cast<int>(size.height)}};
-}
-
-template <class Named>
-std::string namesOf(const std::vector<Named>& all) {
-    std::string names;
-    for (const auto& each : all) names += (names.empty() ? "" : ", ") + each.name;
-    return names;
 }
 
 }  // namespace
@@ -47,9 +42,11 @@ Kinds takingPins(Kinds kinds) {
     return kinds;
 }
 
-std::string knownKinds(const Kinds& kinds) { return namesOf(kinds); }
+std::string knownKinds(const Kinds& kinds) { return foundation::joined(kinds, ", ", &Kind::name); }
 
-std::string knownFamilies(const Kind& kind) { return namesOf(kind.sizes); }
+std::string knownFamilies(const Kind& kind) {
+    return foundation::joined(kind.sizes, ", ", &protocol::Size::name);
+}
 
 std::string titled(std::string name) {
     if (!name.empty() && name[0] >= 'a' && name[0] <= 'z') name[0] += 'A' - 'a';

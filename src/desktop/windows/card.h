@@ -10,7 +10,6 @@
 #pragma once
 
 #include <functional>
-#include <string>
 
 #include "desktop/client/messages.h"
 #include "desktop/places/kinds.h"

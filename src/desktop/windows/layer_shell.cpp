@@ -1,17 +1,11 @@
 #include "desktop/windows/layer_shell.h"
 
-#ifdef GDK_WINDOWING_WAYLAND
 #include <gdk/gdkwayland.h>
-#endif
 
 namespace tessary::windows {
 
 bool hasLayerShell() {
-#ifdef GDK_WINDOWING_WAYLAND
     return GDK_IS_WAYLAND_DISPLAY(gdk_display_get_default()) && gtk_layer_is_supported();
-#else
-    return false;
-#endif
 }
 
 void makeLayerSurface(GtkWindow* window, GtkLayerShellLayer layer,

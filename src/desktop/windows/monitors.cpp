@@ -1,9 +1,6 @@
 #include "desktop/windows/monitors.h"
 
-#include <gdk/gdk.h>
-#ifdef GDK_WINDOWING_X11
 #include <gdk/gdkx.h>
-#endif
 #include <utility>
 
 namespace tessary::windows {
@@ -37,7 +34,6 @@ Monitor describeMonitor(GdkMonitor* monitor, int number) {
             .number = number};
 }
 
-#ifdef GDK_WINDOWING_X11
 /// Panels are known by a property of the root window.
 GdkFilterReturn filterRoot(GdkXEvent* received, GdkEvent*, gpointer self) {
     const auto event = static_cast<const XEvent*>(received);
@@ -46,7 +42,6 @@ GdkFilterReturn filterRoot(GdkXEvent* received, GdkEvent*, gpointer self) {
         (*static_cast<std::function<void()>*>(self))();
     return GDK_FILTER_CONTINUE;
 }
-#endif
 
 }  // namespace
 
@@ -71,20 +66,16 @@ MonitorWatch::MonitorWatch(std::function<void()> changed) : changed_{std::move(c
     on(display, "monitor-removed");
     on(screen, "monitors-changed");
     on(screen, "size-changed");
-#ifdef GDK_WINDOWING_X11
     const auto root = gdk_screen_get_root_window(screen);
     if (!GDK_IS_X11_SCREEN(screen)) return;
     gdk_window_set_events(
         root, static_cast<GdkEventMask>(gdk_window_get_events(root) | GDK_PROPERTY_CHANGE_MASK));
     gdk_window_add_filter(root, filterRoot, &changed_);
-#endif
 }
 
 MonitorWatch::~MonitorWatch() {
-#ifdef GDK_WINDOWING_X11
     const auto root = gdk_screen_get_root_window(gdk_screen_get_default());
     gdk_window_remove_filter(root, filterRoot, &changed_);
-#endif
 }
 
 }  // namespace tessary::windows

@@ -5,7 +5,6 @@
 #include <cairo-pdf.h>
 #include <cairo.h>
 #include <ctime>
-#include <memory>
 
 #include "platform/drawing/card.h"
 #include "platform/drawing/release.h"

@@ -8,6 +8,7 @@
 #include "platform/drawing/symbols.h"
 #include "platform/drawing/text_painter.h"
 #include "platform/foundation/base64.h"
+#include "platform/foundation/joined.h"
 #include "platform/foundation/numbers.h"
 
 namespace tessary::drawing {
@@ -90,6 +91,10 @@ private:
     void tag(std::string_view name, const std::string& attributes) {
         svg_.append("<").append(name).append(" ").append(attributes).append("/>\n");
     }
+    static std::string frame(const Rect& rect) {
+        return "x=\"" + number(rect.minX()) + "\" y=\"" + number(rect.minY()) + "\" width=\"" +
+               number(rect.size.width) + "\" height=\"" + number(rect.size.height) + "\"";
+    }
     static std::string opacity(std::string_view of, const Color& color) {
         return color.opacity == 1 ? std::string{}
                                   : " " + std::string{of} + "=\"" + number(color.opacity) + "\"";
@@ -132,11 +137,7 @@ private:
 
     void drawPicture(const GlyphRun& run, Point at, double shrink) {
         const GlyphPicture picture = paintGlyphs(run);
-        const Rect& frame = picture.frame;
-        tag("image", "x=\"" + number(frame.minX()) + "\" y=\"" + number(frame.minY()) +
-                         "\" width=\"" + number(frame.size.width) + "\" height=\"" +
-                         number(frame.size.height) + "\"" + placed(at, shrink) +
-                         " href=\"data:image/png;base64," +
+        tag("image", frame(picture.frame) + placed(at, shrink) + " href=\"data:image/png;base64," +
                          foundation::base64(encodePNG(picture.pixels)) + "\"");
     }
 
@@ -166,10 +167,7 @@ private:
     }
 
     void draw(const Element& element, const views::RectangleElement& rectangle) {
-        const Rect& frame = element.frame;
-        tag("rect", "x=\"" + number(frame.minX()) + "\" y=\"" + number(frame.minY()) +
-                        "\" width=\"" + number(frame.size.width) + "\" height=\"" +
-                        number(frame.size.height) + "\"" + fill(rectangle.color));
+        tag("rect", frame(element.frame) + fill(rectangle.color));
     }
 
     void draw(const Element& element, const views::CircleElement& circle) {
@@ -191,9 +189,7 @@ private:
                             number(line.miterLimit) + "\"";
         if (line.cap == views::LineCap::round) style += " stroke-linecap=\"round\"";
         if (line.join == views::LineJoin::round) style += " stroke-linejoin=\"round\"";
-        std::string dashes;
-        for (const double length : line.dash)
-            dashes += (dashes.empty() ? "" : " ") + number(length);
+        const auto dashes = foundation::joined(line.dash, " ", number);
         if (!dashes.empty())
             style += " stroke-dasharray=\"" + dashes + "\" stroke-dashoffset=\"" +
                      number(line.dashPhase) + "\"";

@@ -1,6 +1,5 @@
 #include "platform/drawing/thinned_path.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <string>
 
 #include "platform/foundation/numbers.h"
 

@@ -1,10 +1,10 @@
 #include "platform/foundation/json_decoding.h"
 
 #include <algorithm>
-#include <limits>
 #include <rapidjson/error/error.h>
 #include <rapidjson/reader.h>
 
+#include "platform/foundation/joined.h"
 #include "platform/foundation/json_numbers.h"
 #include "platform/foundation/numbers.h"
 #include "platform/foundation/utf8.h"
@@ -106,10 +106,8 @@ std::string_view expectation(Kind kind) {
 
 std::string expectation(const Shape& shape) {
     if (shape.kind != Kind::choice) return std::string{expectation(shape.kind)};
-    std::string kinds;
-    for (const auto& each : shape.alternatives)
-        (kinds += kinds.empty() ? "" : " or ") += expectation(each.kind);
-    return kinds;
+    return joined(shape.alternatives, " or ",
+                  [](const auto& each) { return expectation(each.kind); });
 }
 
 /// What the parser missed; the last is all that it says of a number or an escape.

@@ -16,8 +16,6 @@
 
 #include <concepts>
 #include <cstddef>
-#include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <tuple>

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <type_traits>
 
+#include "platform/foundation/joined.h"
+
 namespace tessary::foundation {
 
 template <class Case>
@@ -68,12 +70,7 @@ constexpr std::optional<Case> parse(std::string_view word) {
 /// All names, in the table's order, joined by ", ": what a message lists after an unknown word.
 template <class Case>
 std::string knownNames() {
-    std::string text;
-    for (const auto& entry : namesOf<Case>) {
-        if (!text.empty()) text += ", ";
-        text += entry.name;
-    }
-    return text;
+    return joined(namesOf<Case>, ", ", [](const auto& entry) { return entry.name; });
 }
 
 /// The short names as a sentence has them: "png, svg or pdf".

@@ -14,7 +14,6 @@
 
 #include <optional>
 #include <string>
-#include <type_traits>
 #include <utility>
 #include <variant>
 

@@ -11,11 +11,9 @@ using Text = std::string;
 
 namespace {
 
-template <class Row>
-Text joined(std::span<const Row> rows, const char* before) {
-    Text text;
-    for (const Row& row : rows) text += (text.empty() ? "" : ", ") + Text{before} + row.name;
-    return text;
+Text joined(std::span<const Option> options) {
+    return foundation::joined(options, ", ",
+                              [](const auto& option) { return Text{"--"} + option.name; });
 }
 
 /// A name is matched whole, which getopt_long() does not ask for.
@@ -36,7 +34,7 @@ bool beginsAsOption(std::string_view word) {
 /// The command that is called, or the program itself.
 Result<const Command*> calledCommand(const Program& program, const std::vector<Text>& words) {
     if (program.commands.empty()) return &program.self;
-    const Text commands = joined(program.commands, "");
+    const Text commands = foundation::joined(program.commands, ", ", &Command::name);
     if (words.empty()) return Fault{"no command given: expected " + commands};
     const Text& word = words.front();
     for (const Command& command : program.commands)
@@ -45,7 +43,7 @@ Result<const Command*> calledCommand(const Program& program, const std::vector<T
         return Fault{"unknown command '" + word + "': expected " + commands};
     if (word != "-" && optionOf(program.self, word, word[1])) return &program.self;
     return Fault{"unexpected option '" + word + "' before a command: expected " +
-                 joined(program.self.options, "--") + ", or one of " + commands};
+                 joined(program.self.options) + ", or one of " + commands};
 }
 
 constexpr int plainWord = 1, valueMissing = ':', refused = '?';  // what getopt_long() says
@@ -58,7 +56,7 @@ Result<const Option*> givenOption(const Command& command, const Text& word, int 
     const Option* option = optionOf(command, word, isFault ? ::optopt : code);
     if (!option)
         return Fault{"unknown option '" + word + "' of " + command.name + ": expected " +
-                     joined(command.options, "--")};
+                     joined(command.options)};
     const Text name = Text{"--"} + option->name;
     if (code == refused)
         return Fault{"unexpected value in '" + word + "': " + name + " takes none"};

@@ -1,8 +1,6 @@
 // Points, sizes, rectangles and alignments. Lengths are points; x grows to the right, y downward.
 #pragma once
 
-#include <algorithm>
-
 namespace tessary::views {
 
 struct Point {

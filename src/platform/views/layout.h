@@ -16,7 +16,6 @@
 //     list.elements.front()     // the text, in the middle of the card
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>

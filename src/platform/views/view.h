@@ -25,7 +25,6 @@
 #include <concepts>
 #include <limits>
 #include <string>
-#include <type_traits>
 #include <variant>
 #include <vector>
 

@@ -59,10 +59,11 @@ TEST(Messages, OtherRepliesAreErrorsKindsAndPins) {
     EXPECT_FALSE(listed());
     const Pin a{"", "a", ""}, b{"b", "", "d"};
     const auto pins = toJSON(protocol::Reply<protocol::Suggestions>{{"Pin", a, {a, b}}, 2});
-    EXPECT_EQ(decodeReply(pins, {.request = "pins"})->pins, (Pins{"Pin", a, {a, b}}));
+    EXPECT_EQ(decodeReply(pins, {.request = "pins"})->pins,
+              (protocol::Suggestions{"Pin", a, {a, b}}));
     const auto asked = toJSON(protocol::Reply<protocol::Entities>{{"Pin", {b}}, 2});
     EXPECT_EQ(decodeReply(asked, {.request = "pins", .ids = {{"b"}}})->pins,
-              (Pins{"Pin", {}, {b}}));
+              (protocol::Suggestions{"Pin", {}, {b}}));
     EXPECT_FALSE(decodeReply(asked, {.request = "pins"}));
 }
 

@@ -1,4 +1,4 @@
-#include "extension/picture_format.h"
+#include "extension/picture_options.h"
 
 #include <algorithm>
 
