@@ -6,7 +6,6 @@
 #include <sys/wait.h>
 
 #include "support/container.h"
-#include "support/table.h"
 
 namespace tessary {
 
@@ -34,9 +33,7 @@ protected:
     }
     /// What it prints, without the white space that JSON is laid out with.
     std::string compact(const std::string& words) {
-        std::string text;
-        for (const auto& line : table(output(words))) text += line.at(0);
-        return replaced(text, "\": ", "\":");
+        return replaced(replaced(replaced(output(words), "\n", ""), "  ", ""), "\": ", "\":");
     }
 
     Container container_{};

@@ -30,11 +30,5 @@ TEST(Command, TakesPathsFromTheCallersFolder) {
     EXPECT_EQ(call->info, "/i");
 }
 
-TEST(Command, OpensTheEditorWhereNothingIsToBeChanged) {
-    EXPECT_EQ(parseCall({"--edit", "2"}, "/")->action, Action::openEditor);
-    for (const std::string change : {"--pin=", "--family=small", "--position=-0,4"})
-        EXPECT_EQ(parseCall({"--edit", "2", change}, "/")->action, Action::edit);
-}
-
 }  // namespace
 }  // namespace tessary::desktop

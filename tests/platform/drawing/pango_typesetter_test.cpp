@@ -8,7 +8,6 @@
 #include "platform/views/text_fitting.h"
 #include "support/golden.h"
 #include "support/rendering.h"
-#include "support/table.h"
 
 namespace tessary::drawing {
 namespace {
@@ -22,9 +21,15 @@ constexpr auto weights = {Weight::regular, Weight::medium, Weight::semibold};
 constexpr auto designs = {FontDesign::standard, FontDesign::rounded};
 constexpr const char* family = "\U0001F469\u200D\U0001F469\u200D\U0001F467";
 /// Of many scripts.
-const auto names = table(contents(storedGolden("names.txt", __FILE__))).front();
+const std::vector<std::string> names = [] {
+    std::vector<std::string> lines;
+    std::ifstream in{storedGolden("names.txt", __FILE__)};
+    for (std::string line; std::getline(in, line);) lines.push_back(line);
+    return lines;
+}();
 
 TEST(PangoTypesetter, CutsALineIntoWholeCharactersThatAddUpToIt) {
+    ASSERT_FALSE(names.empty());
     for (const std::string& name : names) {
         for (const FontDesign design : designs) {
             const Font font = Font::system(44, Weight::semibold, design);

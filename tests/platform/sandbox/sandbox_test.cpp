@@ -121,12 +121,10 @@ TEST(Sandbox, LeavesReadingMemoryAndThreads) {
         std::thread{[&] {
             for (const auto& entry : std::filesystem::directory_iterator(place.path("open")))
                 found += std::filesystem::is_symlink(entry.path()) ? "link " : "file ";
-            std::ifstream in{place.path("open/file")};
-            found += std::string{std::istreambuf_iterator<char>{in}, {}};
+            found += contents(place.path("open/file"));
             found += std::string(std::size_t{50} << 20U, ' ').substr(0, 1);
         }}.join();
-        std::ifstream status{"/proc/self/status"};
-        return found + std::string{std::istreambuf_iterator<char>{status}, {}};
+        return found + contents("/proc/self/status");
     });
     using testing::HasSubstr;
     EXPECT_THAT(said, testing::AllOf(HasSubstr("file "), HasSubstr("link "), HasSubstr("text "),

@@ -14,8 +14,6 @@
 namespace tessary::system {
 namespace {
 
-using system::Descriptor;
-
 std::vector<Line> cut(std::string_view bytes, std::size_t step) {
     LineCutter cutter;
     for (std::size_t at = 0; at < bytes.size(); at += step) cutter.feed(bytes.substr(at, step));
