@@ -1,5 +1,7 @@
 #include "platform/views/path.h"
 
+#include <algorithm>
+
 namespace tessary::views {
 
 namespace {
