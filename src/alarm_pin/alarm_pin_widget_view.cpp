@@ -11,6 +11,7 @@
 namespace tessary::alarm_pin {
 
 using namespace views;
+using locale::embedded;
 using locale::localized;
 using presentation::formatValue;
 using presentation::Palette;
@@ -90,22 +91,24 @@ View StateBadge::body() const {
 }
 
 View LatestSample::body(const Environment& environment) const {
-    return Text(text(environment))
+    return text(environment)
         .font(Font::system(11))
         .foreground(Palette::tertiary)
         .lineLimit(1)
         .minimumScale(0.85);
 }
 
-std::string LatestSample::text(const Environment& environment) const {
+View LatestSample::text(const Environment& environment) const {
     const locale::UserLocale& locale = environment.locale;
     if (latest) {
         const std::string limit = threshold ? " / " + formatValue(*threshold, unit, locale) : "";
-        return formatValue(latest->v, unit, locale) + limit + " · " +
-               pins::timeOfDay(*latest, locale);
+        const std::string value = formatValue(latest->v, unit, locale);
+        return Text(value + limit + " · " + embedded(pins::timeOfDay(*latest, locale)),
+                    {value + limit, value});
     }
-    if (since) return localized("Since ") + presentation::relative(*since, environment.now, locale);
-    return place;
+    if (!since) return Text(place);
+    const std::string age = presentation::relative(*since, environment.now, locale);
+    return Text(localized("Since ") + embedded(age), {age});
 }
 
 }  // namespace tessary::alarm_pin

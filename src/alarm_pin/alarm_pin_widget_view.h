@@ -34,7 +34,7 @@ struct LatestSample {
     bool operator==(const LatestSample&) const = default;
 
 private:
-    std::string text(const views::Environment& environment) const;
+    View text(const views::Environment& environment) const;
 };
 
 }  // namespace tessary::alarm_pin

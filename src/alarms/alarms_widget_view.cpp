@@ -14,6 +14,7 @@
 namespace tessary::alarms {
 
 using namespace views;
+using locale::embedded;
 using locale::localized;
 using presentation::Palette;
 using presentation::Spacing;
@@ -141,7 +142,7 @@ View Footer::freshness(const Environment& environment) const {
             Text(age).foreground(Palette::tertiary),
         });
     }
-    return Text(std::to_string(watched) + localized(" watched · ") + age)
+    return Text(std::to_string(watched) + localized(" watched · ") + embedded(age), {age})
         .foreground(Palette::tertiary);
 }
 

@@ -10,6 +10,7 @@
 namespace tessary::metric {
 
 using namespace views;
+using locale::embedded;
 using locale::localized;
 using presentation::formatValue;
 using presentation::Palette;
@@ -19,6 +20,12 @@ using Pin = MetricPinsSnapshot::Pin;
 namespace {
 
 constexpr const char* noValue = "—";
+constexpr double apart = 3;  ///< points, at least, between two statistics
+
+/// A third of a row.
+View cell(const View& content) {
+    return content.frame(FlexibleFrame::unboundedWidth(Alignment::leading));
+}
 
 View chart(const Pinned& state) {
     return presentation::Sparkline{state.pin.points, std::nullopt,
@@ -79,11 +86,16 @@ View MetricValue::body(const Environment& environment) const {
 }
 
 View SampleTime::body(const Environment& environment) const {
-    return Text(latest ? stat + " · " + pins::timeOfDay(*latest, environment.locale)
-                       : localized("No recent data"))
+    return text(environment.locale)
         .font(Font::system(11))
         .foreground(Palette::tertiary)
         .lineLimit(1);
+}
+
+View SampleTime::text(const locale::UserLocale& locale) const {
+    if (!latest) return Text(localized("No recent data"));
+    const std::string time = pins::timeOfDay(*latest, locale);
+    return Text(stat + " · " + embedded(time), {time});
 }
 
 MetricStats MetricStats::of(const std::vector<snapshot::SnapshotPoint>& points,
@@ -101,9 +113,10 @@ MetricStats MetricStats::of(const std::vector<snapshot::SnapshotPoint>& points,
 
 View MetricStats::body(const Environment& environment) const {
     const locale::UserLocale& locale = environment.locale;
-    return HStack(Alignment::center, 0,
-                  {stat(localized("Min"), least, locale), stat(localized("Max"), most, locale),
-                   stat(localized("Avg"), mean, locale)});
+    return HStack(Alignment::top, 0,  // as one of them may shrink
+                  {cell(stat(localized("Min"), least, locale).padding({.trailing = apart})),
+                   cell(stat(localized("Max"), most, locale).padding({.trailing = apart})),
+                   cell(stat(localized("Avg"), mean, locale))});
 }
 
 View MetricStats::stat(const std::string& label, std::optional<double> value,
@@ -117,8 +130,7 @@ View MetricStats::stat(const std::string& label, std::optional<double> value,
                           .foreground(Palette::secondary)
                           .lineLimit(1)
                           .minimumScale(0.7),
-                  })
-        .frame(FlexibleFrame::unboundedWidth(Alignment::leading));
+                  });
 }
 
 }  // namespace tessary::metric

@@ -31,6 +31,9 @@ struct SampleTime {
 
     View body(const views::Environment& environment) const;
     bool operator==(const SampleTime&) const = default;
+
+private:
+    View text(const locale::UserLocale& locale) const;
 };
 
 /// The smallest and largest value of a series, and their mean; none of an empty one.

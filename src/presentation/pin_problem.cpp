@@ -8,6 +8,7 @@
 namespace tessary::presentation {
 
 using namespace views;
+using locale::embedded;
 using locale::localized;
 
 View PinProblem::body(const Environment& environment) const {
@@ -23,8 +24,8 @@ View PinProblem::notice(const Environment& environment) const {
         return Label(localized("Sign in to ") + profile,
                      "person.crop.circle.badge.exclamationmark");
     if (error) return Label(*error, "exclamationmark.triangle.fill");
-    return Text(localized("Last updated ") +
-                relative(updated, environment.now, environment.locale));
+    const std::string age = relative(updated, environment.now, environment.locale);
+    return Text(localized("Last updated ") + embedded(age), {age}).minimumScale(0.85);
 }
 
 }  // namespace tessary::presentation

@@ -53,7 +53,7 @@ private:
 View baseline(const Size& size) {
     Path path;
     path.move({0, size.height - 1}).line({size.width, size.height - 1});
-    return PaintedPath(std::move(path), Stroke{.color = Palette::divider});
+    return PaintedPath(std::move(path), Stroke{.color = Palette::tertiary.withOpacity(0.5)});
 }
 
 View thresholdLine(const Size& size, double y) {

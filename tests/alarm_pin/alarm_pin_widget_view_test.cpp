@@ -41,6 +41,8 @@ TEST(AlarmPinWidgetView, ShowsEveryState) {
         state.pin.state = name;
         dump += dumped("state '" + *state.pin.state + "'", entryView(state));
     }
+    state.pin.unit = "Kilograms/Second";
+    dump += dumped("wide", entryView(state));
     state.pin.state.reset();
     state.pin.threshold.reset();
     state.pin.reason = "";

@@ -41,6 +41,11 @@ TEST(MetricWidgetView, ShowsEveryState) {
     state.pin.points = {};
     state.pin.latest.reset();
     dump += dumped("no points", entryView(state));
+    state = pinned();
+    state.pin.stat = "a long statistic";
+    state.pin.unit = "Bytes/Second";
+    state.pin.points = {{0, 54.9e6}, {1, 39.1e6}, {2, 123.4e6}};
+    dump += dumped("wide", entryView(state));
     // Which problem counts of several is the same as for alarms.
     state = pinned();
     state.stale = true;

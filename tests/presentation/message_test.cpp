@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "presentation/locked_placeholder.h"
+#include "presentation/pin_problem.h"
 #include "support/rendering.h"
 
 namespace tessary::presentation {
@@ -35,6 +36,20 @@ TEST(LockedPlaceholder, HidesTheContentOnlyFromAPlaceholder) {
         const views::Environment locked{.redaction = {true, privacy}};
         EXPECT_EQ(textAt(rendered(guarded, smallCard, locked), 2).text, "Hidden while locked");
     }
+}
+
+TEST(PinProblem, NeverCutsHowOldTheDataIs) {
+    for (const std::string locale :
+         {"en_US", "de_DE", "fr_FR", "es_ES", "nl_NL", "sv_SE", "ru_RU", "ja_JP", "ar_EG", "fa_IR"})
+        for (double age = 600; age < 4e9; age *= 1.07)
+            for (const double width : {128, 132}) {
+                const View problem = PinProblem{.updated = shownAt - age};
+                const auto shown = textAt(rendered(problem.frame(views::FixedFrame{.width = width}),
+                                                   smallCard, {.locale = {locale}, .now = shownAt}),
+                                          0);
+                EXPECT_FALSE(shown.lines[0].ends_with("…")) << locale << shown.lines[0];
+                EXPECT_TRUE(locale != "en_US" || shown.lines[0] == shown.text) << shown.lines[0];
+            }
 }
 
 }  // namespace

@@ -10,4 +10,10 @@ namespace tessary::locale {
 /// only one there is; marking the fixed texts tells them from those that come out of files.
 inline std::string localized(std::string_view key) { return std::string{key}; }
 
+/// A phrase of the locale as a part of a text in another language: one that is written from right
+/// to left is marked off, so that its digits and the text around stay in their places.
+///
+///     "2 watched · " + embedded("۵ دقیقه پیش")      // "2 watched · \u2068۵ دقیقه پیش\u2069"
+std::string embedded(const std::string& phrase);
+
 }  // namespace tessary::locale

@@ -44,6 +44,7 @@ struct Preferences {
 struct LayoutNode {
     struct Text {
         std::string content{};
+        std::vector<std::string> shorter{};
         TextStyle style{};
         Color color{};
         bool redacted{};

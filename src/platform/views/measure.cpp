@@ -36,7 +36,7 @@ struct Measurer {
     Typesetter& typesetter;
 
     Size operator()(const LayoutNode::Text& text) const {
-        return fitText(text.content, text.style, offered, typesetter).size;
+        return fitText(text.content, text.shorter, text.style, offered, typesetter).size;
     }
     Size operator()(const LayoutNode::Symbol& symbol) const {
         return typesetter.symbolSize(symbol.name, symbol.font);

@@ -19,7 +19,7 @@ struct Placer {
         if (text.redacted)
             return leaf("Text", RectangleElement{text.color.withOpacity(redactedOpacity)});
         const TextStyle& style = text.style;
-        FittedText fitted = fitText(text.content, style, offered, typesetter);
+        FittedText fitted = fitText(text.content, text.shorter, style, offered, typesetter);
         return leaf("Text",
                     TextElement{std::move(text.content), std::move(fitted.lines), style.font,
                                 text.color, style.lineLimit, style.truncation, fitted.scale});

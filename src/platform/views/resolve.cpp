@@ -22,7 +22,8 @@ struct Resolver {
     Nodes operator()(nodes::Text text) const {
         const TextStyle style{environment.resolvedFont(), environment.lineLimit,
                               environment.truncation, environment.minimumScale};
-        return leaf(LayoutNode::Text{std::move(text.content), style, color(), redacted()});
+        return leaf(LayoutNode::Text{std::move(text.content), std::move(text.shorter), style,
+                                     color(), redacted()});
     }
     Nodes operator()(nodes::Image image) const {
         return leaf(LayoutNode::Symbol{std::move(image.symbol), environment.resolvedFont(), color(),

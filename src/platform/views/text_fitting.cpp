@@ -147,7 +147,7 @@ std::size_t Fitter::lineEnd(const std::string& text, const std::vector<Cluster>&
 std::string Fitter::remainder(std::size_t paragraph, std::size_t byte) const {
     std::string result = lines_[paragraph].substr(byte);
     for (std::size_t i = paragraph + 1; i < lines_.size(); ++i)
-        result.append(" ").append(lines_[i]);
+        if (!lines_[i].empty()) result.append(" ").append(lines_[i]);
     return result;
 }
 
@@ -176,8 +176,9 @@ Fitter::Wrapped Fitter::wrapped(double room, std::size_t most) {
             ended = line.endsParagraph;
             from = line.next;
             if (result.lines.size() + 1 == most && (!ended || paragraph + 1 < lines_.size())) {
-                result.complete = false;
                 result.rest = remainder(paragraph, line.byte);
+                result.complete = ended && fitsWhole(result.rest, room);
+                if (result.complete) result.lines.push_back(std::move(result.rest));
                 return result;
             }
             result.lines.push_back(std::move(line.text));
@@ -255,8 +256,9 @@ std::optional<double> fittingScale(Fitter& fitter, const TextStyle& style, doubl
     };
     if (fits(1)) return 1;
     if (!fits(style.minimumScale)) return std::nullopt;
-    const bool singleLine = allowedLines(style, height, style.minimumScale) == 1;
-    if (singleLine && !fitter.endsInSpace()) return room / fitter.width(fitter.lines().front());
+    const bool isLine =
+        fitter.lines().size() == 1 && allowedLines(style, height, style.minimumScale) == 1;
+    if (isLine && !fitter.endsInSpace()) return room / fitter.width(fitter.lines().front());
 
     double low = style.minimumScale;
     double high = 1;
@@ -281,11 +283,20 @@ FittedText fitText(std::string_view text, const TextStyle& style, const Proposal
     Fitter::Wrapped wrapped =
         fitter.wrapped(roomAtScale, allowedLines(style, proposal.height, result.scale));
     result.lines = std::move(wrapped.lines);
-    if (!wrapped.complete) result.lines.push_back(fitter.truncated(wrapped.rest, roomAtScale));
+    result.isCut = !wrapped.complete;
+    if (result.isCut) result.lines.push_back(fitter.truncated(wrapped.rest, roomAtScale));
     result.size = {
         fitter.longest(result.lines) * result.scale,
         static_cast<double>(result.lines.size()) * style.font.lineHeight() * result.scale};
     return result;
+}
+
+FittedText fitText(std::string_view text, const std::vector<std::string>& shorter,
+                   const TextStyle& style, const Proposal& proposal, Typesetter& typesetter) {
+    FittedText fitted = fitText(text, style, proposal, typesetter);
+    for (auto each = shorter.begin(); fitted.isCut && each != shorter.end(); ++each)
+        fitted = fitText(*each, style, proposal, typesetter);
+    return fitted;
 }
 
 }  // namespace tessary::views

@@ -64,7 +64,9 @@ View made(Node node) {
 
 }  // namespace
 
-View Text(std::string content) { return made(nodes::Text{std::move(content)}); }
+View Text(std::string content, std::vector<std::string> shorter) {
+    return made(nodes::Text{std::move(content), std::move(shorter)});
+}
 View Image(std::string symbol) { return made(nodes::Image{std::move(symbol)}); }
 View Label(std::string title, std::string symbol) {
     return made(nodes::Label{std::move(title), std::move(symbol)});

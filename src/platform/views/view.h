@@ -88,6 +88,7 @@ struct Nothing {
 };
 struct Text {
     std::string content{};
+    std::vector<std::string> shorter{};
     bool operator==(const Text&) const = default;
 };
 struct Image {
@@ -224,7 +225,9 @@ private:
 };
 
 // Leaves.
-View Text(std::string content);                     ///< UTF-8, shown verbatim
+/// UTF-8, shown verbatim. Where it would be cut, the first that is not of what says it `shorter`,
+/// or else the last of these; it is still read aloud as it is.
+View Text(std::string content, std::vector<std::string> shorter = {});
 View Image(std::string symbol);                     ///< one of the system's symbols, by name
 View Label(std::string title, std::string symbol);  ///< arranged by the inherited label style
 View Spacer(double minLength = 0);                  ///< takes what its stack has left

@@ -80,11 +80,12 @@ TEST(TextFitting, ShrinksToTheLargestScaleThatFits) {
 
 TEST(TextFitting, MeasuresLittleOfAHugeText) {
     constexpr std::size_t megabyte = 1U << 20U;
-    std::string words, wide;
+    std::string words, wide, lines;
     while (words.size() < megabyte) words += "some words ";
+    while (lines.size() < megabyte) lines += "x\n";
     while (wide.size() < megabyte) wide += "\u20AC";
-    for (const std::string& text : {std::string(megabyte, 'x'), std::string(megabyte, '\n'), words,
-                                    "a" + wide, "ab" + wide, wide}) {
+    for (const std::string& text :
+         {std::string(megabyte, 'x'), lines, words, "a" + wide, "ab" + wide, wide}) {
         for (const Truncation mode : {Truncation::tail, Truncation::middle}) {
             EvenTypesetter typesetter;
             const TextStyle style{plain, 3, mode, 0.5};
