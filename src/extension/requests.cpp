@@ -53,8 +53,7 @@ Result<UserLocale> localeOf(const protocol::Request& request, const UserLocale& 
     auto zone = parsed("timeZone", request.timeZone, users.timeZone, UserLocale::parseTimeZone,
                        "a time zone such as UTC or Europe/Berlin");
     if (!zone) return zone.fault();
-    UserLocale locale = users;
-    locale.identifier = *std::move(identifier);
+    UserLocale locale = request.locale ? UserLocale{*std::move(identifier)} : users;
     locale.timeZone = *std::move(zone);
     return locale;
 }

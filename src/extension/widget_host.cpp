@@ -1,10 +1,26 @@
 #include "extension/widget_host.h"
 
+#include <iostream>
+
 #include "extension/renderer.h"
+#include "platform/foundation/visible_text.h"
 
 namespace tessary::extension {
 
 using locale::UserLocale;
+
+namespace {
+
+/// Once, on standard error.
+void tellOfUnknownZone() {
+    static const auto zone = UserLocale::unknownTimeZone();
+    static const bool isTold =
+        zone && (std::cerr << "tessary-widgets: TZ: '" << foundation::visible(*zone)
+                           << "' is no time zone, times are in UTC\n");
+    static_cast<void>(isTold);
+}
+
+}  // namespace
 
 snapshot::Source sourceOf(const RequestOptions& options) {
     snapshot::Source source{.places = snapshot::Places::given(options.container, options.info)};
@@ -15,8 +31,11 @@ snapshot::Source sourceOf(const RequestOptions& options) {
 UserLocale localeOf(const RequestOptions& options) {
     if (options.locale && options.timeZone) return {*options.locale, *options.timeZone};
     UserLocale locale = UserLocale::fromEnvironment();
-    if (options.locale) locale.identifier = *options.locale;
-    if (options.timeZone) locale.timeZone = *options.timeZone;
+    if (options.locale) locale = {*options.locale, locale.timeZone};
+    if (options.timeZone)
+        locale.timeZone = *options.timeZone;
+    else
+        tellOfUnknownZone();
     return locale;
 }
 

@@ -11,12 +11,16 @@
 #include <system_error>
 #include <unicode/calendar.h>
 #include <unicode/datefmt.h>
+#include <unicode/dcfmtsym.h>
 #include <unicode/locid.h>
 #include <unicode/measunit.h>
 #include <unicode/numberformatter.h>
 #include <unicode/reldatefmt.h>
+#include <unicode/simpletz.h>
 #include <unicode/timezone.h>
 #include <unicode/unistr.h>
+
+#include "platform/locale/posix_zone.h"
 
 namespace tessary::locale {
 namespace {
@@ -53,8 +57,28 @@ std::string idOf(const icu::TimeZone& zone) {
     return utf8(zone.getID(id));
 }
 
+/// The zone of a rule; null where it is none.
+std::unique_ptr<icu::TimeZone> ruledZone(std::string_view rule) {
+    const auto parsed = parsePOSIXZone(rule);
+    if (!parsed) return nullptr;
+    constexpr int unit = 1000;
+    const int ahead = parsed->ahead * unit;
+    if (!parsed->summer) return std::make_unique<icu::SimpleTimeZone>(ahead, utf16(rule));
+    const auto& [summerAhead, start, end] = *parsed->summer;
+    const auto small = [](int value) { return static_cast<std::int8_t>(value); };
+    UErrorCode status = U_ZERO_ERROR;
+    auto zone = std::make_unique<icu::SimpleTimeZone>(
+        ahead, utf16(rule), small(start.month), small(start.week), small(start.weekday),
+        start.time * unit, small(end.month), small(end.week), small(end.weekday), end.time * unit,
+        summerAhead * unit - ahead, status);
+    return U_SUCCESS(status) ? std::move(zone) : nullptr;
+}
+
 std::unique_ptr<icu::TimeZone> openZone(std::string_view name) {
-    return std::unique_ptr<icu::TimeZone>{icu::TimeZone::createTimeZone(utf16(name))};
+    std::unique_ptr<icu::TimeZone> zone{icu::TimeZone::createTimeZone(utf16(name))};
+    if (*zone != icu::TimeZone::getUnknown()) return zone;
+    auto ruled = ruledZone(name);
+    return ruled ? std::move(ruled) : std::move(zone);
 }
 
 std::string environment(const char* variable) {
@@ -62,8 +86,8 @@ std::string environment(const char* variable) {
     return value == nullptr ? std::string{} : std::string{value};
 }
 
-std::string localeFromEnvironment() {
-    for (const char* const variable : {"LC_ALL", "LC_TIME", "LANG"}) {
+std::string localeFromEnvironment(const char* category) {
+    for (const char* const variable : {"LC_ALL", category, "LANG"}) {
         const auto name = environment(variable);
         if (!name.empty()) return UserLocale::parseIdentifier(name).value_or("en_US");
     }
@@ -86,9 +110,34 @@ std::string systemZone() {
     return zone ? UserLocale::parseTimeZone(idOf(*zone)).value_or("UTC") : "UTC";
 }
 
+std::string offsetText(int seconds) {
+    const int size = std::abs(seconds);
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "%c%02d:%02d:%02d", seconds < 0 ? '-' : '+',
+                  size / 3600, size / 60 % 60, size % 60);
+    return {text.data(), size % 60 == 0 ? std::size_t{6} : std::size_t{9}};
+}
+
+bool isInDatabase(std::string_view name) {
+    icu::UnicodeString canonical;
+    UBool isInDatabase = false;
+    UErrorCode status = U_ZERO_ERROR;
+    icu::TimeZone::getCanonicalID(utf16(name), canonical, isInDatabase, status);
+    return U_SUCCESS(status) && isInDatabase;
+}
+
+/// As the C library understands TZ, to which "GMT+5" lies west of Greenwich.
+std::optional<std::string> zoneNamedAsInPOSIX(const std::string& name) {
+    if (name.empty() || isInDatabase(name))
+        return UserLocale::parseTimeZone(name.empty() ? "UTC" : name);
+    const auto ruled = parsePOSIXZone(name);
+    if (!ruled) return std::nullopt;
+    return ruled->summer ? name : "GMT" + offsetText(ruled->ahead);
+}
+
 std::string zoneFromEnvironment() {
     if (std::getenv("TZ") == nullptr) return systemZone();
-    return UserLocale::parseTimeZone(zoneName(environment("TZ"))).value_or("UTC");
+    return zoneNamedAsInPOSIX(zoneName(environment("TZ"))).value_or("UTC");
 }
 
 /// Cuts ".UTF-8" and "@euro" off; the modifiers that name a script are told apart.
@@ -160,14 +209,6 @@ int offsetAt(const std::string& zone, Date date) {
     return (standard + saving) / 1000;
 }
 
-std::string offsetText(int seconds) {
-    const int size = std::abs(seconds);
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "%c%02d:%02d:%02d", seconds < 0 ? '-' : '+',
-                  size / 3600, size / 60 % 60, size % 60);
-    return {text.data(), size % 60 == 0 ? std::size_t{6} : std::size_t{9}};
-}
-
 struct ByteUnit {
     const char* name{};
     int power{};          ///< of ten
@@ -191,14 +232,21 @@ const ByteUnit& byteUnitFor(std::int64_t bytes) {
     return *std::ranges::find_if(byteUnits, [&](const ByteUnit& unit) { return size < unit.end; });
 }
 
+/// Whose words a unit is told in, and whose digits its number.
+struct Tongue {
+    icu::Locale words{};
+    icu::Locale numbers{};
+};
+
 /// The count in the unit, under that name: bytes are spelt out, the larger ones abbreviated.
-icu::UnicodeString measured(const icu::Locale& locale, std::int64_t bytes, const ByteUnit& unit,
+icu::UnicodeString measured(const Tongue& tongue, std::int64_t bytes, const ByteUnit& unit,
                             const char* name) {
     namespace number = icu::number;
     UErrorCode status = U_ZERO_ERROR;
     // As decimal text the quotient stays exact until it is rounded.
     const auto quotient = std::to_string(bytes) + "E-" + std::to_string(unit.power);
-    return number::NumberFormatter::withLocale(locale)
+    return number::NumberFormatter::withLocale(tongue.words)
+        .symbols(icu::DecimalFormatSymbols{tongue.numbers, status})
         .unit(icu::MeasureUnit::forIdentifier(name, status))
         .unitWidth(unit.power == 0 ? UNUM_UNIT_WIDTH_FULL_NAME : UNUM_UNIT_WIDTH_SHORT)
         .precision(number::Precision::maxFraction(unit.decimals))
@@ -210,22 +258,28 @@ icu::UnicodeString measured(const icu::Locale& locale, std::int64_t bytes, const
 /// The locale data names no exabyte and would compose one ("Ebyte") of the prefix and the short
 /// name of the byte. Where the petabyte has a P ("PB", "Po", "Pt"), an E in its place reads better;
 /// the other scripts' compositions ("ЭБ") are fine.
-icu::UnicodeString measuredInExabytes(const icu::Locale& locale, std::int64_t bytes) {
-    auto text = measured(locale, bytes, exabyte, "petabyte");
+icu::UnicodeString measuredInExabytes(const Tongue& tongue, std::int64_t bytes) {
+    auto text = measured(tongue, bytes, exabyte, "petabyte");
     const auto prefix = text.indexOf(u'P');
-    if (prefix < 0) return measured(locale, bytes, exabyte, exabyte.name);
+    if (prefix < 0) return measured(tongue, bytes, exabyte, exabyte.name);
     return text.replace(prefix, 1, u'E');
 }
 
 }  // namespace
 
 UserLocale UserLocale::fromEnvironment() {
-    return {localeFromEnvironment(), zoneFromEnvironment()};
+    return {localeFromEnvironment("LC_MESSAGES"), zoneFromEnvironment(),
+            localeFromEnvironment("LC_TIME"), localeFromEnvironment("LC_NUMERIC")};
+}
+
+std::optional<std::string> UserLocale::unknownTimeZone() {
+    const auto zone = environment("TZ");
+    return zoneNamedAsInPOSIX(zoneName(zone)) ? std::nullopt : std::optional{zone};
 }
 
 std::optional<std::string> UserLocale::parseIdentifier(std::string_view name) {
     const auto tag = languageTag(name);
-    if (tag == "C" || tag == "POSIX") return "en_US";
+    if (tag == "C" || tag == "POSIX") return "en_US_POSIX";
     UErrorCode status = U_ZERO_ERROR;
     const auto locale = icu::Locale::forLanguageTag(tag, status);
     const bool isKnown = U_SUCCESS(status) && locale.getISO3Language()[0] != '\0';
@@ -241,18 +295,18 @@ std::optional<std::string> UserLocale::parseTimeZone(std::string_view name) {
 
 std::string UserLocale::integer(std::int64_t value) const {
     UErrorCode status = U_ZERO_ERROR;
-    return utf8(icu::number::NumberFormatter::withLocale(icu::Locale{identifier.c_str()})
+    return utf8(icu::number::NumberFormatter::withLocale(icu::Locale{digitsLocale().c_str()})
                     .formatInt(value, status)
                     .toString(status));
 }
 
 std::string UserLocale::byteCount(std::int64_t bytes) const {
-    const icu::Locale locale{identifier.c_str()};
-    const bool isEnglish = std::string_view{locale.getLanguage()} == "en";
+    const Tongue tongue{identifier.c_str(), digitsLocale().c_str()};
+    const bool isEnglish = std::string_view{tongue.words.getLanguage()} == "en";
     if (bytes == 0 && isEnglish) return "Zero KB";
     const auto& unit = bytes == 0 ? kilobyte : byteUnitFor(bytes);
-    if (&unit == &exabyte) return utf8(measuredInExabytes(locale, bytes));
-    auto text = measured(locale, bytes, unit, unit.name);
+    if (&unit == &exabyte) return utf8(measuredInExabytes(tongue, bytes));
+    auto text = measured(tongue, bytes, unit, unit.name);
     if (isEnglish) text.findAndReplace(u"kB", u"KB");  // the locale data has the symbol of physics
     return utf8(text);
 }
@@ -260,7 +314,11 @@ std::string UserLocale::byteCount(std::int64_t bytes) const {
 std::string UserLocale::relativeShort(Date date, Date reference) const {
     const auto [count, unit] = elapsed(*this, date, reference);
     UErrorCode status = U_ZERO_ERROR;
-    const icu::RelativeDateTimeFormatter formatter{icu::Locale{identifier.c_str()}, nullptr,
+    icu::NumberFormat* const ownDigits =
+        digitsLocale() == identifier
+            ? nullptr
+            : icu::NumberFormat::createInstance(icu::Locale{digitsLocale().c_str()}, status);
+    const icu::RelativeDateTimeFormatter formatter{icu::Locale{identifier.c_str()}, ownDigits,
                                                    UDAT_STYLE_SHORT, UDISPCTX_CAPITALIZATION_NONE,
                                                    status};
     icu::UnicodeString text;
@@ -268,8 +326,10 @@ std::string UserLocale::relativeShort(Date date, Date reference) const {
 }
 
 std::string UserLocale::timeOfDay(Date date) const {
+    const icu::Locale named{(clockLocale.empty() ? identifier : clockLocale).c_str()};
+    const bool isPOSIX = std::string_view{named.getVariant()} == "POSIX";
     const std::unique_ptr<icu::DateFormat> format{icu::DateFormat::createTimeInstance(
-        icu::DateFormat::kShort, icu::Locale{identifier.c_str()})};
+        icu::DateFormat::kShort, isPOSIX ? icu::Locale::getUK() : named)};
     if (!format) return {};
     format->adoptTimeZone(openZone(timeZone).release());
     const Date shown{std::clamp(known(date).seconds, -furthestClockTime, furthestClockTime)};

@@ -22,19 +22,25 @@ using foundation::Date;
 /// An identifier or zone that nobody knows gives the texts of no particular language, or of UTC.
 struct UserLocale {
     std::string identifier{"en_US"};  ///< ICU form, "de_DE"
-    std::string timeZone{"UTC"};      ///< tz database name, "Europe/Berlin"
+    std::string timeZone{"UTC"};      ///< tz database name, "Europe/Berlin", or what stands for one
+    std::string clockLocale{};        ///< whose time of day it has; the identifier's where empty
+    std::string numberLocale{};       ///< whose digits and separators; the identifier's where empty
 
-    /// The locale that LC_ALL, LC_TIME or LANG names, the first of them that is set and not empty,
-    /// and the zone of TZ or else of the system. "C" and "POSIX" mean en_US, as does a name that
-    /// no locale has. TZ may be a tz database name, with a colon before it or not, or a file of the
-    /// database or a link to one; an unknown zone and a POSIX rule ("CET-1CEST") mean UTC.
+    /// The locales that LC_MESSAGES (words), LC_TIME (clock) and LC_NUMERIC (numbers) name, each
+    /// under LC_ALL and over LANG, the first of them that is set and not empty; en_US for a name
+    /// that no locale has. And the zone of TZ or else of the system. TZ may be a tz database name,
+    /// with a colon before it or not, a file of the database or a link to one, or a POSIX rule
+    /// ("CET-1CEST"); one that is not understood means UTC.
     static UserLocale fromEnvironment();
 
     /// A locale name as POSIX or BCP 47 writes it ("de_DE.UTF-8", "zh-Hant-TW", "C") in ICU form;
-    /// none when it isn't one or its language is unknown.
+    /// none when it isn't one or its language is unknown. "C" and "POSIX" are American English with
+    /// a clock of 24 hours and without grouping.
     static std::optional<std::string> parseIdentifier(std::string_view name);
-    /// A tz database name, "UTC", or an offset "GMT+5:30"; none when it is unknown.
+    /// A tz database name, "UTC", an offset "GMT+5:30" or a POSIX rule; none when it is unknown.
     static std::optional<std::string> parseTimeZone(std::string_view name);
+    /// What TZ holds where that is not understood.
+    static std::optional<std::string> unknownTimeZone();
 
     /// A whole number with the locale's digits, sign and grouping.
     std::string integer(std::int64_t value) const;
@@ -64,6 +70,11 @@ struct UserLocale {
     std::string timestamp(Date date) const;
 
     bool operator==(const UserLocale&) const = default;
+
+private:
+    const std::string& digitsLocale() const {
+        return numberLocale.empty() ? identifier : numberLocale;
+    }
 };
 
 }  // namespace tessary::locale
