@@ -1,7 +1,6 @@
 #include "feed/settings/settings.h"
 
 #include <algorithm>
-#include <fnmatch.h>
 #include <set>
 #include <toml++/toml.h>
 
@@ -216,10 +215,6 @@ Result<Settings> parseSettings(std::string_view text, const std::string& file) {
     }
     if (faults.first()) return *faults.first();
     return settings;
-}
-
-bool isMatch(std::string_view name, std::string_view pattern) {
-    return ::fnmatch(std::string{pattern}.c_str(), std::string{name}.c_str(), FNM_NOESCAPE) == 0;
 }
 
 }  // namespace tessary::settings

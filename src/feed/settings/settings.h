@@ -60,7 +60,4 @@ struct Settings {
 /// label that is not given is made of what the pin names.
 foundation::Result<Settings> parseSettings(std::string_view text, const std::string& file);
 
-/// Whether a name is one that a pattern stands for.
-bool isMatch(std::string_view name, std::string_view pattern);
-
 }  // namespace tessary::settings

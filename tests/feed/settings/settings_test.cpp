@@ -37,13 +37,5 @@ TEST(Settings, AreReadOrRefusedByLine) {
     });
 }
 
-TEST(Settings, MatchNamesByPattern) {
-    for (const auto& [name, pattern] :
-         pairs("TargetTracking-a=TargetTracking-* a/b=a* abc=a?c a\\b=a\\b"))
-        EXPECT_TRUE(isMatch(name, pattern)) << name;
-    for (const auto& [name, pattern] : pairs("xTargetTracking-a=TargetTracking-* ac=a?c A=a"))
-        EXPECT_FALSE(isMatch(name, pattern)) << name;
-}
-
 }  // namespace
 }  // namespace tessary::settings
