@@ -212,13 +212,12 @@ private:
             case SignIn::process:
                 return ofProcess(profile.setting("credential_process").value_or(""));
             case SignIn::sso:
-                if (const auto state = signInOf(profile); state && state->hasExpired(nowMs_))
-                    return KeyFault{true, state->endsMs, "the sign-in has expired", remedy_};
-                break;
             case SignIn::tool: break;
         }
-        auto keys = ofTool({"--profile", profile.name});
         const auto state = signInOf(signer);
+        if (state && state->hasExpired(nowMs_))
+            return KeyFault{true, state->endsMs, "the sign-in has expired", remedy_};
+        auto keys = ofTool({"--profile", profile.name});
         const bool isOver = !keys && keys.fault().authExpired && state && state->endsMs <= nowMs_;
         if (!isOver) return keys;
         auto fault = keys.fault();
