@@ -43,7 +43,8 @@ struct ChildFault {
 
 /// Starts the program in a session of its own and waits for it. One that takes too long, or says
 /// too much, is killed with all of its group. What the program has left running is neither waited
-/// for nor killed, though it may hold the pipes.
+/// for nor killed, though it may hold the pipes. A process that ignores SIGCHLD is told of no end,
+/// which is a fault.
 foundation::Result<Ended, ChildFault> runChild(const Errand& errand);
 
 }  // namespace tessary::system
