@@ -83,7 +83,7 @@ std::string cleaned(std::string_view text) {
     return foundation::visible(line);
 }
 
-KeyFault failed(std::string_view words, std::string remedy = {}) {
+KeyFault failed(std::string_view words, std::string_view remedy = {}) {
     return {.words = cleaned(words), .remedy = foundation::visible(remedy)};
 }
 
@@ -128,7 +128,7 @@ bool isFirstVersion(const system::Ended& ended) {
 }
 
 /// Of a program that was to print keys and ended otherwise.
-KeyFault faultOf(const std::string& program, const system::Ended& ended, std::string remedy) {
+KeyFault faultOf(const std::string& program, const system::Ended& ended, std::string_view remedy) {
     if (isFirstVersion(ended))
         return failed("version 2 of the AWS command line is needed, and this is version 1",
                       "sudo apt install awscli");
@@ -137,7 +137,7 @@ KeyFault faultOf(const std::string& program, const system::Ended& ended, std::st
     if (words.empty() && ended.signal != 0)
         words = program + " was ended by signal " + std::to_string(ended.signal);
     if (words.empty()) words = program + " ended with status " + std::to_string(ended.status);
-    auto fault = failed(words, std::move(remedy));
+    auto fault = failed(words, remedy);
     fault.authExpired = expiration.has_value();
     return fault;
 }
@@ -311,7 +311,7 @@ fs::path place(const char* name, const fs::path& home, const char* usual) {
 }  // namespace
 
 KeySources KeySources::ofEnvironment() {
-    const fs::path home = variable("HOME");
+    const auto home = fs::path{"/"} / variable("HOME");  // never the current folder
     KeySources sources{.config = place("AWS_CONFIG_FILE", home, "config"),
                        .credentials = place("AWS_SHARED_CREDENTIALS_FILE", home, "credentials"),
                        .signIns = home / ".aws/sso/cache"};

@@ -65,9 +65,8 @@ std::vector<std::string> environmentOf(const Errand& errand) {
 
 /// As the system takes them; they last as long as the texts.
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    for (std::string& text : texts) pointers.push_back(text.data());
-    pointers.push_back(nullptr);
+    std::vector<char*> pointers(texts.size() + 1, nullptr);
+    std::ranges::transform(texts, pointers.begin(), [](std::string& text) { return text.data(); });
     return pointers;
 }
 
