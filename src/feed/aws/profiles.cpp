@@ -34,7 +34,11 @@ SignIn Profile::signIn() const {
 }
 
 std::string Profile::remedy() const {
-    const char* const command = signIn() == SignIn::sso ? "aws sso login" : "aws configure";
+    const bool isOwn =
+        setting("role_arn") || setting("web_identity_token_file") || signIn() == SignIn::process;
+    const char* const command = signIn() == SignIn::sso ? "aws sso login"
+                                : isOwn                 ? "aws sts get-caller-identity"
+                                                        : "aws configure";
     const bool isPlain = name.find_first_not_of(plainCharacters) == name.npos;
     return command + (" --profile " + (isPlain ? name : quoted(name)));
 }

@@ -33,7 +33,8 @@ struct Profile {
     std::optional<std::string> setting(const std::string& key) const;
     /// Roles and sign-ins come before keys that stand beside them.
     SignIn signIn() const;
-    /// What a person types to sign in anew: "aws sso login --profile prod".
+    /// What a person types to sign in anew: "aws sso login --profile prod". A role and a program
+    /// ask for what they want, or say what is wrong, when they are used on a terminal.
     std::string remedy() const;
     /// What the file of a browser's sign-in is named after: the session, or the start page.
     std::optional<std::string> signInKey() const;

@@ -3,6 +3,8 @@
 #include "feed/aws/alarms.h"
 #include "feed/aws/endpoint.h"
 #include "feed/aws/profiles.h"
+#include "feed/aws/shell_words.h"
+#include "feed/aws/sso_cache.h"
 #include "feed/aws/trouble.h"
 #include "platform/foundation/json_writing.h"
 #include "support/golden.h"
@@ -26,6 +28,26 @@ TEST(Profiles, AreWhatBothFilesSay) {
                 said += "  > " + key + " = " + value + '\n';
         }
         return said;
+    });
+}
+
+TEST(ShellWords, AreAsAShellCutsThem) {
+    expectTranscript("shell_words.txt", [](const std::string& line) {
+        const auto words = shellWords(unescaped(line));
+        return words ? '[' + foundation::joined(*words, "] [") + ']' : "none";
+    });
+}
+
+/// A case is what the file is named after, and what it holds; the clock says noon.
+TEST(SSOCache, SaysWhenASignInEnds) {
+    expectTranscript("sso_cache.txt", [](const std::string& line) {
+        const auto cut = line.find(' ');
+        const auto state = readSignInState(line.substr(cut + 1));
+        const auto noon = toolTimeMs("2024-11-16T12:00:00Z").value_or(0);
+        return ssoCacheFile(line.substr(0, cut)) + '\n' +
+               (state ? std::to_string(state->endsMs - noon) + (state->canRenew ? " renews" : "") +
+                            (state->hasExpired(noon) ? " expired" : "")
+                      : "none");
     });
 }
 
