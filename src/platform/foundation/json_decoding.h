@@ -19,7 +19,8 @@
 // table of at most 64 fields, std::vector of any of these but bool, std::optional of any of all
 // these, std::variant of std::monostate (as in an optional) and some of the first five, and
 // AnyJSON, whose value is checked and passed over. A key that has to be there for an optional's
-// null says so in its row: Field{"pin", &Widget::pin, Key::always}.
+// null says so in its row: Field{"pin", &Widget::pin, Key::always}; one that is not to be printed
+// where its value is absent has Key::ifPresent there.
 //
 // Rules: RFC 8259 to the letter, checked for the whole text, unknown keys' values included; UTF-8
 // valid, surrogate escapes paired, no byte order mark, nothing but white space after the value,
@@ -50,8 +51,9 @@
 
 namespace tessary::foundation {
 
-/// Whether a key may be missing: as its member's type says; or never, an absent value being null.
-enum class Key { asTyped, always };
+/// Whether a key may be missing: as its member's type says; or never, an absent value being null;
+/// or as typed, and an absent value is not even printed as null.
+enum class Key { asTyped, always, ifPresent };
 
 /// One row of a field table: a JSON key and the member it fills.
 template <class Record, class Value>

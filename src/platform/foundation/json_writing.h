@@ -82,7 +82,7 @@ public:
     /// The members of a record with a field table, into the object that is open.
     template <TableRecord Record>
     JSONWriter& members(const Record& record) {
-        std::apply([&](const auto&... field) { (member(field.key, record.*field.member), ...); },
+        std::apply([&](const auto&... field) { (row(field, record.*field.member), ...); },
                    fieldsOf<Record>);
         return *this;
     }
@@ -91,6 +91,12 @@ public:
     std::string text() && { return std::move(text_); }
 
 private:
+    template <class Row, class Value>
+    void row(const Row& field, const Value& value) {
+        if constexpr (shapes::Layers<Value>::isOptional)
+            if (field.presence == Key::ifPresent && !value) return;
+        member(field.key, value);
+    }
     template <class Body>
     JSONWriter& nested(char opening, char closing, Body& body) {
         begin(opening);

@@ -51,11 +51,13 @@ struct Message {
     AnyJSON display{};
     Bytes picture{};
     std::optional<std::string> url{};
+    std::optional<std::string> note{};
 };
 template <>
 inline constexpr auto fieldsOf<Message> =
     std::tuple{Field{"id", &Message::id}, Field{"display", &Message::display},
-               Field{"picture", &Message::picture}, Field{"url", &Message::url, Key::always}};
+               Field{"picture", &Message::picture}, Field{"url", &Message::url, Key::always},
+               Field{"note", &Message::note, Key::ifPresent}};
 
 /// The document with one part replaced.
 static std::string with(std::string_view part, std::string_view replacement) {
