@@ -16,6 +16,7 @@
 
 #include <concepts>
 #include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -68,9 +69,9 @@ public:
     JSONWriter& key(std::string_view key);
 
     /// Flags, integers, doubles, Dates (as seconds), texts, Bytes (in base64), named cases (by
-    /// name), optionals and pointers (absent: null), vectors, variants (the value they hold;
-    /// std::monostate is null), records with a field table, AnyJSON, and types that print
-    /// themselves.
+    /// name), optionals and pointers (absent: null), vectors, maps from texts, variants (the value
+    /// they hold; std::monostate is null), records with a field table, AnyJSON, and types that
+    /// print themselves.
     template <class Value>
     JSONWriter& value(const Value& value);
 
@@ -125,6 +126,10 @@ inline constexpr bool isVector = false;
 template <class Element>
 inline constexpr bool isVector<std::vector<Element>> = true;
 template <class Type>
+inline constexpr bool isMap = false;
+template <class Element>
+inline constexpr bool isMap<std::map<std::string, Element>> = true;
+template <class Type>
 inline constexpr bool isVariant = false;
 template <class... Case>
 inline constexpr bool isVariant<std::variant<Case...>> = true;
@@ -153,6 +158,10 @@ JSONWriter& JSONWriter::value(const Value& value) {
     else if constexpr (isVector<Value>)
         array([&] {
             for (const auto& each : value) this->value(each);
+        });
+    else if constexpr (isMap<Value>)
+        object([&] {
+            for (const auto& [key, each] : value) member(key, each);
         });
     else if constexpr (isVariant<Value>)
         std::visit([&](const auto& held) { this->value(held); }, value);

@@ -31,9 +31,6 @@ std::string shown(const Answer& answer) {
 /// A case is an address, the faults that meet it, an action and its body.
 TEST(Client, EndsEveryCall) {
     const CloudWatch cloudWatch{stateWith("{}")};
-    const TemporaryFolder home;
-    home.write(".netrc", "default login nobody password nothing");
-    setVariable("HOME", home / "");
     expectTranscript("calls.txt", [&](const std::string& line) {
         const auto word = words(line);
         cloudWatch.set(stateWith("{\"us-east-1\": " + word[1] + "}"));
