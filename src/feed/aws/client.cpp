@@ -186,7 +186,7 @@ private:
         set(CURLOPT_FOLLOWLOCATION, 0L);
         set(CURLOPT_NETRC, long{CURL_NETRC_IGNORED});
         set(CURLOPT_DISALLOW_USERNAME_IN_URL, 1L);
-        set(CURLOPT_NOSIGNAL, 1L);
+        set(CURLOPT_QUICK_EXIT, 1L);  // a name that is never resolved would else hold up the end
         set(CURLOPT_TIMEOUT_MS, milliseconds(seconds));
         set(CURLOPT_CONNECTTIMEOUT_MS, milliseconds(seconds / 2));
         const char* const authorities = std::getenv("AWS_CA_BUNDLE");
