@@ -12,6 +12,7 @@ class CloudWatch {
 public:
     explicit CloudWatch(const std::string& state) {
         set(state);
+        setVariable("no_proxy", "127.0.0.1");
         const auto ports = folder_ / "ports";
         ::mkfifo(ports.c_str(), 0600);
         const std::string words =
