@@ -49,13 +49,13 @@ for kind in "MetricAlarm", "CompositeAlarm":
 SERVICE = model.ServiceModel(description)
 
 
+# Arguments: the status, the type and the message.
 class Refused(Exception):
-    """Arguments: the status, the type and the message."""
+    pass
 
 
+# Knows enumerations and upper limits as well.
 class Validator(validate.ParamValidator):
-    """Knows enumerations and upper limits as well."""
-
     def _validate(self, value, shape, errors, name):
         super()._validate(value, shape, errors, name)
         size = len(value) if hasattr(value, "__len__") else value
@@ -71,8 +71,8 @@ def check(value, shape):
         raise Refused(400, "ValidationError", report)
 
 
+# As JSON can say it.
 def spelt(value):
-    """As JSON can say it."""
     if isinstance(value, dict):
         return {key: spelt(each) for key, each in value.items()}
     if isinstance(value, list):
@@ -117,8 +117,8 @@ def list_metrics(region, asked):
     return {"Metrics": [{name: each[name] for name in names} for each in found]} | rest
 
 
+# Time and value, the end exclusive.
 def points_of(region, metric, asked):
-    """Time and value, the end exclusive."""
     count = len(metric.get("Dimensions", []))
     exact = [each for each in metrics_of(region, metric) if len(each.get("Dimensions", [])) == count]
     return [point for each in exact for point in each["Values"] if asked["StartTime"] <= point[0] < asked["EndTime"]]
@@ -250,10 +250,10 @@ class CloudWatch(BaseHTTPRequestHandler):
             raise Refused(*REFUSALS[fault])
         FAULTS[fault](self, self.ask(state.get("regions", {}).get(region, {}) | {"page": state.get("page", 500)}, body))
 
+    # The keys that signed the request, and for which region.
     def signer(self, keys, body):
-        """The keys that signed the request, and for which region."""
         scope, signed, signature = (part.split("=")[1] for part in self.headers["Authorization"].split(","))
-        name, day, region, service, _ = scope.split("/")
+        name, _, region, service, _ = scope.split("/")
         key = keys.get(name)
         if not key or key.get("token") != self.headers["X-Amz-Security-Token"]:
             raise Refused(*REFUSALS["unknown"])
@@ -261,8 +261,7 @@ class CloudWatch(BaseHTTPRequestHandler):
         if abs(time.mktime(time.strptime(at, "%Y%m%dT%H%M%SZ")) - time.timezone - time.time()) > 900:
             raise Refused(*REFUSALS["clock"])
         headers = {each: self.headers[each] for each in signed.split(";")}
-        url = f"http://{self.headers['Host']}/"
-        request = awsrequest.AWSRequest("POST", url, headers=headers, data=body)
+        request = awsrequest.AWSRequest("POST", "http://" + self.headers["Host"], headers=headers, data=body)
         request.context["timestamp"] = at
         own = auth.SigV4Auth(credentials.Credentials(name, key["secret"]), service, region)
         mine = own.signature(own.string_to_sign(request, own.canonical_request(request)), request)
