@@ -46,9 +46,11 @@ namespace tessary::foundation {
 
 template <>
 inline constexpr auto fieldsOf<aws::AlarmsQuery> = std::tuple{
-    Field{"AlarmTypes", &aws::AlarmsQuery::types}, Field{"MaxRecords", &aws::AlarmsQuery::most},
-    Field{"AlarmNames", &aws::AlarmsQuery::names}, Field{"StateValue", &aws::AlarmsQuery::state},
-    Field{"NextToken", &aws::AlarmsQuery::next},
+    Field{"AlarmTypes", &aws::AlarmsQuery::types},
+    Field{"MaxRecords", &aws::AlarmsQuery::most},
+    Field{"AlarmNames", &aws::AlarmsQuery::names, Key::ifPresent},
+    Field{"StateValue", &aws::AlarmsQuery::state, Key::ifPresent},
+    Field{"NextToken", &aws::AlarmsQuery::next, Key::ifPresent},
 };
 
 template <>

@@ -97,6 +97,7 @@ std::string_view expectation(Kind kind) {
         case Kind::text: return "a text";
         case Kind::bytes: return "a text in base64";
         case Kind::list: return "a list";
+        case Kind::map:
         case Kind::record: return "an object";
         case Kind::choice:
         case Kind::any: break;
@@ -211,7 +212,7 @@ public:
     bool Key(const char* characters, rapidjson::SizeType length, bool) {
         const std::string_view key{characters, length};
         if (holdsLoneSurrogate(key)) return fail("a surrogate pair", "half of one");
-        if (skippedDepth_ == 0) selectMember(key);
+        if (skippedDepth_ == 0) isInMap() ? insert(key) : selectMember(key);
         return true;
     }
     bool StartObject() { return open(Kind::record, "an object"); }
@@ -242,17 +243,21 @@ private:
         std::size_t index{};   ///< elements that are finished; or the member at hand
         std::size_t next{};    ///< the member that is likely to come next
         std::uint64_t seen{};  ///< one bit a member
+        Entry entry{};         ///< in a map, the one at hand
     };
 
     static void appendStep(std::string& pointer, const Open& value) {
         if (value.shape->kind == Kind::list)
             appendPointerToken(pointer, std::to_string(value.index));
+        else if (value.entry.value != nullptr)
+            appendPointerToken(pointer, value.entry.key);
         else if (value.index != noMember)
             appendPointerToken(pointer, value.shape->members[value.index].key);
     }
 
     const Member& member() const { return open_.back().shape->members[open_.back().index]; }
     bool isInRecord() const { return !open_.empty() && open_.back().shape->kind == Kind::record; }
+    bool isInMap() const { return !open_.empty() && open_.back().shape->kind == Kind::map; }
     bool isSkipping() const { return skippedKey_.has_value(); }
 
     const Shape& wanted() const {
@@ -271,6 +276,7 @@ private:
     void* place() const {
         if (open_.empty()) return record_;
         const auto& top = open_.back();
+        if (isInMap()) return top.entry.value;
         return isInRecord() ? member().open(top.value) : top.shape->append(top.value);
     }
 
@@ -307,6 +313,13 @@ private:
     }
     void stopSkipping() { skippedKey_.reset(); }
 
+    void insert(std::string_view key) {
+        auto& map = open_.back();
+        const auto entry = map.shape->insert(map.value, key);
+        map.entry = entry.value_or(Entry{});
+        if (!entry) startSkipping(key);
+    }
+
     /// Files mostly keep to the table's order, so the search goes on from where it last ended.
     void selectMember(std::string_view key) {
         auto& record = open_.back();
@@ -334,7 +347,8 @@ private:
             return true;
         }
         const auto& shape = wanted();
-        if (shape.kind != kind) return mismatch(std::string{found});
+        const bool isMap = shape.kind == Kind::map && kind == Kind::record;
+        if (shape.kind != kind && !isMap) return mismatch(std::string{found});
         open_.push_back({&shape, place(), kind == Kind::record ? noMember : 0});
         return true;
     }

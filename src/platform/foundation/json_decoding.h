@@ -16,10 +16,13 @@
 //         // /t: expected a 64-bit integer, found 1.5
 //
 // Members are std::int64_t, double, bool, std::string, Bytes (a text in base64), records with a
-// table of at most 64 fields, std::vector of any of these but bool, std::optional of any of all
-// these, std::variant of std::monostate (as in an optional) and some of the first five, and
-// AnyJSON, whose value is checked and passed over. A key that has to be there for an optional's
-// null says so in its row: Field{"pin", &Widget::pin, Key::always}.
+// table of at most 64 fields, std::vector of any of these but bool, std::map from std::string (an
+// object whose keys nobody knows before) to any of these, std::optional of any of all these,
+// std::variant of std::monostate (as in an optional) and some of the first five, and AnyJSON, whose
+// value is checked and passed over. A variant may be a list's or a map's as well; there, null is a
+// fault like that of any other type. A key that has to be there for an optional's
+// null says so in its row: Field{"pin", &Widget::pin, Key::always}; one that is not to be printed
+// where its value is absent has Key::ifPresent there.
 //
 // Rules: RFC 8259 to the letter, checked for the whole text, unknown keys' values included; UTF-8
 // valid, surrogate escapes paired, no byte order mark, nothing but white space after the value,
@@ -35,6 +38,7 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -50,8 +54,9 @@
 
 namespace tessary::foundation {
 
-/// Whether a key may be missing: as its member's type says; or never, an absent value being null.
-enum class Key { asTyped, always };
+/// Whether a key may be missing: as its member's type says; or never, an absent value being null;
+/// or as typed, and an absent value is not even printed as null.
+enum class Key { asTyped, always, ifPresent };
 
 /// One row of a field table: a JSON key and the member it fills.
 template <class Record, class Value>
@@ -100,7 +105,7 @@ struct DecodingFault {
 /// What one compiled decoder needs to know of all types: field tables with the types taken away.
 namespace shapes {
 
-enum class Kind { integer, number, flag, text, bytes, list, record, choice, any };
+enum class Kind { integer, number, flag, text, bytes, list, map, record, choice, any };
 
 struct Shape;
 
@@ -119,14 +124,22 @@ struct Alternative {
     void* (*choose)(void* variant){};
 };
 
-/// How a value is filled. A list has an element shape and `append`, a record its members, a choice
-/// its alternatives.
+/// A map's: its key, as the map keeps it, and where its value goes.
+struct Entry {
+    std::string_view key{};
+    void* value{};
+};
+
+/// How a value is filled. A list has an element shape and `append`, a map an element shape and
+/// `insert`, which has no answer for a key that is there; a record has its members, a choice its
+/// alternatives.
 struct Shape {
     Kind kind{};
     std::span<const Member> members{};
     const Shape* element{};
     void* (*append)(void* list){};
     std::span<const Alternative> alternatives{};
+    std::optional<Entry> (*insert)(void* map, std::string_view key){};
 };
 
 template <class Type>
@@ -187,7 +200,7 @@ struct Maker<std::variant<std::monostate, Case...>> {
 
 template <class Element>
 struct Maker<std::vector<Element>> {
-    static_assert(!Layers<Element>::isNullable && !std::same_as<Element, bool> &&
+    static_assert(!Layers<Element>::isOptional && !std::same_as<Element, bool> &&
                       !std::same_as<Element, AnyJSON>,
                   "the elements of a list cannot be optional, flags or of any kind");
     static void* append(void* list) {
@@ -195,6 +208,20 @@ struct Maker<std::vector<Element>> {
     }
     static constexpr Shape make() {
         return {.kind = Kind::list, .element = &shapeOf<Element>, .append = &append};
+    }
+};
+
+template <class Element>
+struct Maker<std::map<std::string, Element>> {
+    static_assert(!Layers<Element>::isOptional && !std::same_as<Element, AnyJSON>,
+                  "the values of a map cannot be optional or of any kind");
+    static std::optional<Entry> insert(void* map, std::string_view key) {
+        auto& values = *static_cast<std::map<std::string, Element>*>(map);
+        const auto [place, isNew] = values.try_emplace(std::string{key});
+        return isNew ? std::optional{Entry{place->first, &place->second}} : std::nullopt;
+    }
+    static constexpr Shape make() {
+        return {.kind = Kind::map, .element = &shapeOf<Element>, .insert = &insert};
     }
 };
 

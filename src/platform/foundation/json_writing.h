@@ -16,6 +16,7 @@
 
 #include <concepts>
 #include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -68,9 +69,9 @@ public:
     JSONWriter& key(std::string_view key);
 
     /// Flags, integers, doubles, Dates (as seconds), texts, Bytes (in base64), named cases (by
-    /// name), optionals and pointers (absent: null), vectors, variants (the value they hold;
-    /// std::monostate is null), records with a field table, AnyJSON, and types that print
-    /// themselves.
+    /// name), optionals and pointers (absent: null), vectors, maps from texts, variants (the value
+    /// they hold; std::monostate is null), records with a field table, AnyJSON, and types that
+    /// print themselves.
     template <class Value>
     JSONWriter& value(const Value& value);
 
@@ -82,7 +83,7 @@ public:
     /// The members of a record with a field table, into the object that is open.
     template <TableRecord Record>
     JSONWriter& members(const Record& record) {
-        std::apply([&](const auto&... field) { (member(field.key, record.*field.member), ...); },
+        std::apply([&](const auto&... field) { (row(field, record.*field.member), ...); },
                    fieldsOf<Record>);
         return *this;
     }
@@ -91,6 +92,12 @@ public:
     std::string text() && { return std::move(text_); }
 
 private:
+    template <class Row, class Value>
+    void row(const Row& field, const Value& value) {
+        if constexpr (shapes::Layers<Value>::isOptional)
+            if (field.presence == Key::ifPresent && !value) return;
+        member(field.key, value);
+    }
     template <class Body>
     JSONWriter& nested(char opening, char closing, Body& body) {
         begin(opening);
@@ -118,6 +125,10 @@ template <class Type>
 inline constexpr bool isVector = false;
 template <class Element>
 inline constexpr bool isVector<std::vector<Element>> = true;
+template <class Type>
+inline constexpr bool isMap = false;
+template <class Element>
+inline constexpr bool isMap<std::map<std::string, Element>> = true;
 template <class Type>
 inline constexpr bool isVariant = false;
 template <class... Case>
@@ -147,6 +158,10 @@ JSONWriter& JSONWriter::value(const Value& value) {
     else if constexpr (isVector<Value>)
         array([&] {
             for (const auto& each : value) this->value(each);
+        });
+    else if constexpr (isMap<Value>)
+        object([&] {
+            for (const auto& [key, each] : value) member(key, each);
         });
     else if constexpr (isVariant<Value>)
         std::visit([&](const auto& held) { this->value(held); }, value);

@@ -51,11 +51,20 @@ struct Message {
     AnyJSON display{};
     Bytes picture{};
     std::optional<std::string> url{};
+    std::optional<std::string> note{};
+    using Figure = std::variant<std::monostate, double, std::string>;
+    std::optional<std::vector<Figure>> figures{};
+    std::optional<std::map<std::string, Figure>> named{};
 };
 template <>
 inline constexpr auto fieldsOf<Message> =
-    std::tuple{Field{"id", &Message::id}, Field{"display", &Message::display},
-               Field{"picture", &Message::picture}, Field{"url", &Message::url, Key::always}};
+    std::tuple{Field{"id", &Message::id},
+               Field{"display", &Message::display},
+               Field{"picture", &Message::picture},
+               Field{"url", &Message::url, Key::always},
+               Field{"note", &Message::note, Key::ifPresent},
+               Field{"figures", &Message::figures, Key::ifPresent},
+               Field{"named", &Message::named, Key::ifPresent}};
 
 /// The document with one part replaced.
 static std::string with(std::string_view part, std::string_view replacement) {
