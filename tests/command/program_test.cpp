@@ -47,6 +47,9 @@ TEST_F(Program, RendersTheSameBytesTwiceInEachFormat) {
             EXPECT_NE(output(format + " --entry 4"), bytes) << ending;
         }
     }
+    const std::string whole = contents(container_ / "a.png");
+    EXPECT_EQ(run("render alarms $ASK -o $C/a.png", "/usr/bin/prlimit --fsize=4096"), 1);
+    EXPECT_EQ(contents(container_ / "a.png"), whole);
     const std::string parse = "import sys, xml.dom.minidom as dom; dom.parse(sys.argv[1])";
     EXPECT_EQ(std::system(("python3 -c '" + parse + "' " + folder_ + "/a.svg").c_str()), 0);
 }
