@@ -25,6 +25,10 @@ constexpr Option version{"version", "", "Show the version", general, 'V', Use::a
 constexpr Option json{"json", "", "Print JSON", general};
 constexpr Option watch{
     "watch", "", "Say it again whenever a file changes; with --json, an object a line", general};
+constexpr Option strict{"strict", "", "Exit with 1 where a note or a repetition is made, too",
+                        general};
+constexpr Option staleIsError{"stale-is-error", "",
+                              "Exit with 1 where a widget calls its data old, too", general};
 constexpr Option requireSandbox{"require-sandbox", "",
                                 "Refuse to run where the kernel cannot shut every door", general};
 constexpr Option container{
@@ -73,7 +77,8 @@ constexpr Option ofRender[] = {help,  version,  container, info,   which,    pre
                                entry, redacted, scale,     format, output};
 constexpr Option ofPins[] = {help, version, container, info, id, json};
 constexpr Option ofServe[] = {help, version, container, info, at, locale, timeZone, requireSandbox};
-constexpr Option ofCheck[] = {help, version, container, info, at, locale, timeZone, json, watch};
+constexpr Option ofCheck[] = {help,     version, container, info,   at,          locale,
+                              timeZone, json,    watch,     strict, staleIsError};
 
 }  // namespace option
 
@@ -124,7 +129,8 @@ constexpr Command commands[] = {
      .footer = "Exit status: 0 all three files are usable, 1 something keeps a widget from its\n"
                "data, 2 a wrong call.",
      .examples = "  tessary-widgets check --watch\n"
-                 "  tessary-widgets check --container build/sample"},
+                 "  tessary-widgets check --container build/sample --strict\n"
+                 "  tessary-widgets check --stale-is-error >/dev/null || echo 'no fresh data'"},
     {.name = "help",
      .purpose = "Show this help, or that of a command",
      .options = option::ofProgram,
@@ -218,7 +224,11 @@ Call callOf(Reader& read) {
     const bool json = words.has(option::json);
     const RequestOptions request = requestOptions(read);
     if (name == "list") return ListCommand{json};
-    if (name == "check") return CheckCommand{request, json, words.has(option::watch)};
+    if (name == "check")
+        return CheckCommand{request,
+                            json,
+                            words.has(option::watch),
+                            {words.has(option::strict), words.has(option::staleIsError)}};
     if (name == "serve") return ServeCommand{request, words.has(option::requireSandbox)};
     if (name == "timeline") return TimelineCommand{asked, request, json};
     if (name == "render") return RenderCommand{asked, request, pictureOptions(read)};

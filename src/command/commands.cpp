@@ -175,7 +175,7 @@ struct Runner {
         if (command.watch) return checkedOnEachChange(command);
         const Inspection found = inspect(extension::sourceOf(command.request));
         const int status = told(found, command);
-        return status == done ? exitStatus(found) : status;
+        return status == done ? exitStatus(found, command.strictness) : status;
     }
 
 private:
@@ -214,7 +214,7 @@ private:
             if (woken == Woken::readerGone)
                 return report(failed, "cannot write standard output: its reader has gone");
         }
-        return exitStatus(*last);
+        return exitStatus(*last, command.strictness);
     }
 
     static int rendered(const std::string& kind, const WidgetTimeline& timeline,

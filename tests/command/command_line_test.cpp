@@ -48,7 +48,8 @@ struct CallPrinter {
     }
     std::string operator()(const CheckCommand& check) const {
         return "check" + printed(check.request) + (check.json ? " json" : "") +
-               (check.watch ? " watch" : "");
+               (check.watch ? " watch" : "") + (check.strictness.notes ? " strict" : "") +
+               (check.strictness.stale ? " fresh" : "");
     }
     std::string operator()(const Information& information) const { return information.text; }
 };
