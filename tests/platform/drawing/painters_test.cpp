@@ -75,6 +75,19 @@ TEST(TextPainter, PrintsALineForEachTextWithoutControls) {
     list.elements = {{{}, false, views::TextElement{""}},
                      {{}, false, views::TextElement{controls + "\u0080\u00A0\u00E9"}}};
     EXPECT_EQ(paintText(list), shown);
+    // A mark that reorders ends with its text, and ends nothing that stands before it.
+    for (const auto& [text, painted] : std::vector<std::pair<std::string, std::string>>{
+             {"a\u202Eb", "a\u202Eb\u202C"},
+             {"\u202A\u202B\u202D\u202C", "\u202A\u202B\u202D\u202C\u202C\u202C"},
+             {"\u2066\u202A\u2067\u2068", "\u2066\u202A\u2067\u2068\u2069\u2069\u202C\u2069"},
+             {"\u2067a\u2069 b", "\u2067a\u2069 b"},
+             {"\u202Ba\u202C b", "\u202Ba\u202C b"},
+             {"\u2069a\u202C", "a"},
+             {"\u2066\u202Ea\u2069b\u202C", "\u2066\u202Ea\u2069b"},
+             {"\u202E\u2066\u202C\u2069", "\u202E\u2066\u2069\u202C"}}) {
+        list.elements = {{{}, false, views::TextElement{text}}};
+        EXPECT_EQ(paintText(list), painted);
+    }
 }
 
 /// Long values, outlines of letters and pictures, are left out. Well-formed it is where the host's
