@@ -75,6 +75,7 @@ foundation::Result<void> streamsAreOpen() {
 
 foundation::Result<void> serve(const ServeOptions& options) {
     if (auto streams = streamsAreOpen(); !streams) return streams;
+    ::closefrom(STDERR_FILENO + 1);  // what a host forgot to close
     keepMemorySmall();
     snapshot::Source source = sourceOf(options.request);
     sandbox::FileBroker broker{ServedFiles{source.places}};

@@ -1,15 +1,12 @@
-#include <cstddef>
 #include <gmock/gmock.h>
-#include <linux/filter.h>
-#include <linux/seccomp.h>
 #include <set>
-#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include "command/program.h"
 #include "platform/foundation/base64.h"
 #include "platform/foundation/json_writing.h"
+#include "support/forbidden.h"
 #include "support/golden.h"
 
 namespace tessary {
@@ -130,19 +127,6 @@ TEST_F(Serve, EndsWithItsInputWhateverThatIs) {
     EXPECT_THAT(contents(container_ / "out"),
                 AllOf(StartsWith(R"({"id":null,"error":"line: longer than 1048576 bytes"})"),
                       HasSubstr("\n{\"id\":null,\"bundle\"")));
-}
-
-/// Makes a system call of this process, and of those that it becomes, look unknown to the kernel.
-void forbid(unsigned call) {
-    sock_filter filter[] = {
-        {BPF_LD | BPF_W | BPF_ABS, 0, 0, offsetof(seccomp_data, nr)},
-        {BPF_JMP | BPF_JEQ | BPF_K, 0, 1, call},
-        {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ERRNO | ENOSYS},
-        {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ALLOW},
-    };
-    const sock_fprog program{std::size(filter), filter};
-    ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
-    if (::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0) ::_exit(99);
 }
 
 TEST_F(Serve, SaysOnceWhatTheKernelLacksOrRefuses) {

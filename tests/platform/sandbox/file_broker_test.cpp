@@ -13,6 +13,7 @@ namespace tessary::sandbox {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 
 std::string told(const system::FileContents& contents) {
     return contents ? *contents : "(" + contents.fault().message() + ")";
@@ -45,20 +46,36 @@ TEST(FileBroker, OpensWhatItMayAndLooksThePathUpEachTime) {
               "(No such file or directory)(File name too long)");
 }
 
-TEST(FileBroker, TellsThatItIsGone) {
+TEST(FileBroker, IsConfinedOutlivesCtrlCAndIsNotWaitedForWhenItStops) {
     const TemporaryFolder folder;
     folder.write("file", "text");
-    EXPECT_EQ(confined([&] {
-                  FileBroker broker{[](const auto&) { return true; }};
-                  std::string said = told(broker.read(folder / "file"));
-                  pid_t process = 0;
-                  std::ifstream{"/proc/thread-self/children"} >> process;
-                  ::kill(process, SIGKILL);
-                  ::waitpid(process, nullptr, 0);
-                  said += told(broker.read(folder / "file"));
-                  return said + (broker.isGone() ? "!" : "");
-              }),
-              "text(the file broker is gone)!");
+    const std::string gone = "(the file broker is gone)(the file broker is gone)!";
+    for (const auto& [signal, then] :
+         {std::pair{SIGINT, std::string{"texttext"}}, {SIGSTOP, gone}, {SIGKILL, gone}})
+        EXPECT_EQ(confined([&] {
+                      FileBroker broker{[](const auto&) { return true; }, 100ms};
+                      std::string said = told(broker.read(folder / "file"));
+                      pid_t process = 0;
+                      std::ifstream{"/proc/thread-self/children"} >> process;
+                      const auto its = "/proc/" + std::to_string(process) + "/status";
+                      for (const char* mark : {"NoNewPrivs:\t1", "Seccomp:\t2"})
+                          if (contents(its).find(mark) == std::string::npos) said += mark;
+                      ::kill(process, signal);
+                      said += told(broker.read(folder / "file"));
+                      said += told(broker.read(folder / "file"));
+                      ::kill(process, SIGKILL);
+                      return said + (broker.isGone() ? "!" : "");
+                  }),
+                  "text" + then);
+}
+
+TEST(FileBroker, HandsOverAllOfAFile) {
+    const TemporaryFolder folder;
+    FileBroker broker{[](const auto&) { return true; }};
+    for (const std::size_t size : {0U, 1U, 65'536U, 65'537U, 3'000'000U}) {
+        const std::string bytes(size, 'x');
+        EXPECT_EQ(broker.read(folder.write("file", bytes)), system::FileContents{bytes});
+    }
 }
 
 TEST(FileBroker, ServesManyThreads) {

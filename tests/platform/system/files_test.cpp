@@ -1,18 +1,25 @@
 #include "platform/system/files.h"
 
 #include <atomic>
+#include <chrono>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <optional>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <thread>
 #include <unistd.h>
 
+#include "platform/sandbox/confined.h"
 #include "support/fixtures.h"
+#include "support/forbidden.h"
 
 namespace tessary::system {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using std::chrono::milliseconds;
 
 std::string bytesOf(const fs::path& path) { return readFile(path).value(); }
 
@@ -80,24 +87,73 @@ TEST(Files, NeverMixesWhatAFileHeldBeforeAndAfterAWrite) {
     EXPECT_GT(whole, 40);
 }
 
-TEST(Files, WaitsUntilAFileThatIsOpenForWritingHasSettled) {
+/// What is read of a file that is open while one byte after another is written in place, so far
+/// apart, until as many are.
+std::string readWhile(milliseconds apart, std::size_t count) {
     const TemporaryFolder folder;
-    const auto file = folder.write("file", std::string(100, 'a'));
-    const Descriptor open{::open(file.c_str(), O_WRONLY)};  // so there is no lease to be had
-    ASSERT_EQ(::pwrite(open.number(), "bb", 2, 0), 2);
-    EXPECT_EQ(bytesOf(file), "bb" + std::string(98, 'a'));
-
-    std::atomic<bool> isDone{};
+    const auto file = folder.write("file", std::string(count, 'a'));
+    std::optional<Descriptor> open{Descriptor{::open(file.c_str(), O_WRONLY)}};
     std::thread writer{[&] {
-        while (!isDone) (void)!::pwrite(open.number(), "cc", 2, 0);
+        for (std::size_t at = 0; at < count; ++at, std::this_thread::sleep_for(apart))
+            (void)!::pwrite(open->number(), "b", 1, static_cast<off_t>(at));
+        open.reset();
     }};
-    bool isRefused = false;  // unless the writer is held up for longer than a file takes to settle
-    for (int attempt = 0; attempt < 50 && !isRefused; ++attempt)
-        isRefused =
-            readFile(file) == FileContents{foundation::Fault{"being written to all the time"}};
-    EXPECT_TRUE(isRefused);
-    isDone = true;
+    const auto contents = readFile(file);
     writer.join();
+    return contents ? *contents : contents.fault().message();
+}
+
+TEST(Files, WaitsASecondForAWriterInPlaceAndThenForHalfASecondsQuiet) {
+    EXPECT_EQ(readWhile(100ms, 3), "bbb");
+    EXPECT_EQ(readWhile(30ms, 60), "being written to all the time");
+    EXPECT_EQ(readWhile(1500ms, 1), "b");  // has finished, it seems, and does not close
+}
+
+TEST(Files, LooksAgainAfterReadingWhereNobodyCanBeKeptFromWriting) {
+    constexpr std::size_t size = 4'000'000;
+    EXPECT_EQ(sandbox::confined([] {
+                  forbid(SYS_fcntl, F_SETLEASE);
+                  const TemporaryFolder folder;
+                  const auto file = folder.write("file", std::string(size, 'a'));
+                  std::atomic<bool> isDone{};
+                  std::thread writer{[&] {
+                      const Descriptor open{::open(file.c_str(), O_WRONLY)};
+                      for (char letter = 'b'; !isDone; letter = letter == 'z' ? 'a' : letter + 1) {
+                          (void)!::pwrite(open.number(), std::string(size, letter).data(), size, 0);
+                          std::this_thread::sleep_for(40ms);
+                      }
+                  }};
+                  int whole = 0;
+                  int mixed = 0;
+                  for (int reading = 0; reading < 60; ++reading) {
+                      const auto contents = readFile(file);
+                      if (contents) ++(isOfOneWrite(*contents) ? whole : mixed);
+                  }
+                  isDone = true;
+                  writer.join();
+                  return std::to_string(mixed) + (whole > 20 ? " of many" : " of few");
+              }),
+              "0 of many");
+}
+
+TEST(Files, LooksAtWhatItOpenedWhateverTheNameMeantBefore) {
+    const TemporaryFolder folder;
+    const auto file = folder.write("file", "text");
+    ::mkfifo((folder / "other").c_str(), 0600);
+    std::atomic<bool> isDone{};
+    std::thread swapper{[&] {
+        while (!isDone)
+            ::renameat2(AT_FDCWD, file.c_str(), AT_FDCWD, (folder / "other").c_str(),
+                        RENAME_EXCHANGE);
+    }};
+    for (int opening = 0; opening < 20'000; ++opening) {
+        const auto opened = openFile(file);
+        struct stat status {};
+        if (opened && ::fstat(opened->number(), &status) == 0 && !S_ISREG(status.st_mode))
+            ADD_FAILURE() << opening;
+    }
+    isDone = true;
+    swapper.join();
 }
 
 }  // namespace
