@@ -75,10 +75,12 @@ std::vector<fs::path> fontPlaces() {
     return {places.begin(), places.end()};
 }
 
-bool hasUsableFonts() {
+foundation::Result<void> haveFonts() {
     const auto canBeRead = [](const fs::path& file) { return std::ifstream{file}.good(); };
-    return canBeRead(TESSARY_FONT_DIR "/Inter-Regular.otf") ||
-           std::ranges::any_of(fontFiles(), canBeRead);
+    if (canBeRead(TESSARY_FONT_DIR "/Inter-Regular.otf")) return {};
+    if (std::ranges::any_of(fontFiles(), canBeRead)) return {};
+    return foundation::Fault{"no font can be read, neither in " TESSARY_FONT_DIR
+                             " nor of those that fontconfig lists"};
 }
 
 }  // namespace tessary::drawing

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <vector>
 
+#include "platform/foundation/result.h"
+
 struct _FcConfig;
 
 namespace tessary::drawing {
@@ -17,7 +19,7 @@ _FcConfig* machineFonts();
 /// above the home folder, where other things lie beside them, each file alone.
 std::vector<std::filesystem::path> fontPlaces();
 
-/// Whether a font can be read, so that there is something to set type in.
-bool hasUsableFonts();
+/// Whether there is anything to set type in: the fault is that no font can be read.
+foundation::Result<void> haveFonts();
 
 }  // namespace tessary::drawing

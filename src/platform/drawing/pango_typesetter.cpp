@@ -346,7 +346,8 @@ views::Path GlyphRun::outline() const {
 
 PangoTypesetter::PangoTypesetter(std::string_view locale)
     : shaper_(std::make_unique<Shaper>(locale)) {
-    if (!hasUsableFonts()) throw std::runtime_error{"no font can be read"};
+    const auto fonts = haveFonts();
+    if (!fonts) throw std::runtime_error{fonts.fault().message()};
 }
 PangoTypesetter::~PangoTypesetter() = default;
 

@@ -41,8 +41,8 @@ ssize_t receive(int channel, char* bytes, std::size_t size) {
 
 std::string received(int channel, std::size_t longest) {
     std::string text(longest, '\0');
-    text.resize(static_cast<std::size_t>(
-        std::max<ssize_t>(receive(channel, text.data(), text.size()), 0)));
+    text.resize(
+        static_cast<std::size_t>(std::max<ssize_t>(receive(channel, text.data(), text.size()), 0)));
     return text;
 }
 

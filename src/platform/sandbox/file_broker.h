@@ -35,8 +35,8 @@ public:
     /// the broker is gone, a fault. From any thread.
     system::FileContents read(const std::filesystem::path& path);
 
-    /// Whether the process has ended or stopped, as far as reading has met it. No file can be read from then
-    /// on, which is not to be taken for files that are gone.
+    /// Whether the process has ended or stopped, as far as reading has met it. No file can be read
+    /// from then on, which is not to be taken for files that are gone.
     bool isGone() const { return isGone_; }
 
 private:

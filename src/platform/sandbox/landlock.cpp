@@ -24,10 +24,10 @@ constexpr std::uint64_t firstWriting =
     LANDLOCK_ACCESS_FS_MAKE_BLOCK | LANDLOCK_ACCESS_FS_MAKE_SYM;
 
 // Newer than Debian 12's headers: the kernel's own numbers, and its own order of members.
-constexpr std::uint64_t truncating = 1U << 14U;                // from version 3 on
-constexpr std::uint64_t deviceIO = 1U << 15U;                  // from version 5 on
-constexpr std::uint64_t bindingAndConnecting = (1U << 2U) - 1; // TCP, from version 4 on
-constexpr std::uint64_t socketsAndSignals = (1U << 2U) - 1;    // outside, from version 6 on
+constexpr std::uint64_t truncating = 1U << 14U;                 // from version 3 on
+constexpr std::uint64_t deviceIO = 1U << 15U;                   // from version 5 on
+constexpr std::uint64_t bindingAndConnecting = (1U << 2U) - 1;  // TCP, from version 4 on
+constexpr std::uint64_t socketsAndSignals = (1U << 2U) - 1;     // outside, from version 6 on
 struct Refused {
     std::uint64_t files{};
     std::uint64_t network{};

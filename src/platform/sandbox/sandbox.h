@@ -28,8 +28,9 @@ struct SandboxRules {
 ///   else fails with EPERM;
 /// - by path (Landlock): opening for reading what is not `readable`, and all writing.
 ///
-/// Open descriptors stay usable, memory can be had. Call it before the first thread starts. Returns what this kernel could not shut, a line for each of the three, as in
-/// "no Landlock: Function not implemented"; the others are shut all the same.
+/// Open descriptors stay usable, memory can be had. Call it before the first thread starts. Returns
+/// what this kernel could not shut, a line for each of the three, as in "no Landlock: Function not
+/// implemented"; the others are shut all the same.
 std::vector<std::string> enterSandbox(const SandboxRules& rules);
 
 }  // namespace tessary::sandbox

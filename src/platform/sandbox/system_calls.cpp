@@ -1,6 +1,3 @@
-#include "platform/sandbox/doors.h"
-#include "platform/system/files.h"
-
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -18,6 +15,9 @@
 #include <system_error>
 #include <unistd.h>
 #include <vector>
+
+#include "platform/sandbox/doors.h"
+#include "platform/system/files.h"
 
 namespace tessary::sandbox {
 
@@ -80,9 +80,7 @@ std::vector<Call> allowedCalls() {
         {Use::memory, SCMP_SYS(mprotect), {notExecutable}},
         {Use::memory, SCMP_SYS(mremap)},
         {Use::memory, SCMP_SYS(munmap)},
-        {Use::memory,
-         SCMP_SYS(madvise),
-         {{2, everyFlag, MADV_DONTNEED, "advice MADV_DONTNEED"}}},
+        {Use::memory, SCMP_SYS(madvise), {{2, everyFlag, MADV_DONTNEED, "advice MADV_DONTNEED"}}},
 
         {Use::clock,
          SCMP_SYS(clock_gettime),

@@ -63,8 +63,8 @@ foundation::Result<Descriptor> openFile(const std::filesystem::path& path);
 /// The bytes of an open file from start to end. One that a program has open for writing is waited
 /// for, a second at most, and then read as it stands if it has not changed for half a second; else
 /// it is a fault. A writer that opens the file while it is read waits for the reading to end. Where
-/// the file system, or who owns the file, lets nobody find that out (by a read lease), a file counts
-/// as being written to for 20 milliseconds after its last change.
+/// the file system, or who owns the file, lets nobody find that out (by a read lease), a file
+/// counts as being written to for 20 milliseconds after its last change.
 FileContents readFile(const Descriptor& file);
 
 /// Opens and reads.

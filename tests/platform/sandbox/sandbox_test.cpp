@@ -1,10 +1,10 @@
 #include "platform/sandbox/sandbox.h"
 
-#include <arpa/inet.h>
 #include <csignal>
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 #include <sched.h>
 #include <seccomp.h>
 #include <set>
@@ -52,8 +52,10 @@ long at(const void* place) { return reinterpret_cast<long>(place); }
 
 int ends[2];
 const rlimit none{1, 1};
-const struct sockaddr_un abstract{AF_UNIX, "\0tessary-doors"};
-const struct sockaddr_in loopback{AF_INET, htons(9), {htonl(INADDR_LOOPBACK)}, {}};
+const struct sockaddr_un abstract { AF_UNIX, "\0tessary-doors" };
+const struct sockaddr_in loopback {
+    AF_INET, htons(9), {htonl(INADDR_LOOPBACK)}, {}
+};
 alignas(4096) char page[4096];
 struct stat status;
 
@@ -153,7 +155,8 @@ std::vector<Door> callsNotIn(const std::string& list) {
 }
 
 TEST(Sandbox, IsDescribedByTheDocument) {
-    const auto document = std::filesystem::path{__FILE__}.parent_path() / "../../../docs/protocol.md";
+    const auto document =
+        std::filesystem::path{__FILE__}.parent_path() / "../../../docs/protocol.md";
     const auto oneLine = [](const std::string& text) {
         std::string line;
         for (const auto& word : words(text)) line += word + " ";
@@ -169,8 +172,8 @@ TEST(Sandbox, RefusesByItsFilterAlone) {
     EXPECT_EQ(confined([&] {
                   const std::string list = allowedCallsAsText();
                   const auto refusal = restrictSystemCalls(Reader::ofNoOther);
-                  return refusal.value_or("") + openDoors(calls, {EPERM}) + openDoors(commands(), {EPERM}) +
-                         openDoors(callsNotIn(list), {EPERM});
+                  return refusal.value_or("") + openDoors(calls, {EPERM}) +
+                         openDoors(commands(), {EPERM}) + openDoors(callsNotIn(list), {EPERM});
               }),
               "");
 }
@@ -214,7 +217,8 @@ TEST(Sandbox, LeavesReadingAndMemory) {
         return contents(in("open/file")) + std::to_string(::fstat(opened.number(), &file)) +
                std::to_string(::access(in("open/file").c_str(), R_OK)) +
                std::to_string(::access(in("shut").c_str(), R_OK)) +
-               std::string(std::size_t{50} << 20U, ' ').substr(0, 1) + contents("/proc/self/status");
+               std::string(std::size_t{50} << 20U, ' ').substr(0, 1) +
+               contents("/proc/self/status");
     });
     using testing::HasSubstr;
     EXPECT_THAT(said, testing::AllOf(HasSubstr("text00-1 "), HasSubstr("NoNewPrivs:\t1"),
