@@ -11,6 +11,7 @@
 #include "extension/serve.h"
 #include "extension/widget_host.h"
 #include "extension/widget_lookup.h"
+#include "platform/drawing/machine_fonts.h"
 #include "platform/foundation/json_writing.h"
 #include "platform/foundation/nearest.h"
 #include "platform/foundation/visible_text.h"
@@ -172,13 +173,17 @@ struct Runner {
     }
 
     int operator()(const CheckCommand& command) const {
-        if (command.watch) return checkedOnEachChange(command);
+        const int drawing = statusOf(drawing::haveFonts());
+        return std::max(drawing, command.watch ? checkedOnEachChange(command) : checked(command));
+    }
+
+private:
+    static int checked(const CheckCommand& command) {
         const Inspection found = inspect(extension::sourceOf(command.request));
         const int status = told(found, command);
         return status == done ? exitStatus(found, command.strictness) : status;
     }
 
-private:
     /// In a stream of objects each takes one line.
     static int told(const Inspection& found, const CheckCommand& command) {
         using Style = JSONWriter::Style;

@@ -59,7 +59,8 @@ private:
 
     void receive() {
         std::array<char, 65536> bytes;
-        const ssize_t count = ::read(ends_.input, bytes.data(), bytes.size());
+        const auto most = std::min(bytes.size(), mostWaiting - lines_.waiting());
+        const ssize_t count = ::read(ends_.input, bytes.data(), most);
         if (count < 0 && errno == EINTR) return;
         if (count < 0) return fail("cannot read standard input");
         if (count > 0) return lines_.feed({bytes.data(), static_cast<std::size_t>(count)});
@@ -111,8 +112,12 @@ void LineCutter::end() {
     if (open_ != Line{}) finish();
 }
 
+std::size_t LineCutter::room(const Line& line) {
+    return std::max(line.text.size() + 1, sizeof(Line));
+}
+
 void LineCutter::finish() {
-    waiting_ += open_.text.size() + sizeof(Line);
+    waiting_ += room(open_);
     lines_.push_back(std::exchange(open_, {}));
 }
 
@@ -120,7 +125,7 @@ std::optional<Line> LineCutter::next() {
     if (lines_.empty()) return std::nullopt;
     Line line = std::move(lines_.front());
     lines_.pop_front();
-    waiting_ -= line.text.size() + sizeof(Line);
+    waiting_ -= room(line);
     return line;
 }
 

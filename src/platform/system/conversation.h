@@ -33,10 +33,11 @@ public:
 
     /// The next whole line; none when more bytes are needed.
     std::optional<Line> next();
-    /// Bytes that wait in lines.
-    std::size_t waiting() const { return waiting_; }
+    /// Bytes that wait, in whole lines and behind them; a line counts as no less than it takes.
+    std::size_t waiting() const { return waiting_ + open_.text.size(); }
 
 private:
+    static std::size_t room(const Line& line);
     void finish();
 
     std::deque<Line> lines_{};
