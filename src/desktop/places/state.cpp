@@ -88,6 +88,10 @@ namespace {
 
 constexpr std::int64_t largestSide = 10'000;
 
+/// Of some thousands of widgets.
+constexpr foundation::Limits fileLimits{
+    .bytes = std::size_t{16} << 20U, .depth = 16, .values = 100'000};
+
 bool isWithin(std::int64_t value, std::int64_t least, std::int64_t most) {
     return value >= least && value <= most;
 }
@@ -160,7 +164,7 @@ std::string encodeWidgets(const std::vector<PlacedWidget>& widgets) {
 }
 
 std::optional<std::vector<PlacedWidget>> decodeWidgets(std::string_view text) {
-    const auto all = foundation::decodeJSON<StoredWidgets>(text);
+    const auto all = foundation::decodeJSON<StoredWidgets>(text, fileLimits);
     if (!all) return std::nullopt;
     std::vector<PlacedWidget> widgets;
     for (const auto& from : all->widgets) {

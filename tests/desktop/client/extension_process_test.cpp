@@ -33,6 +33,9 @@ while read -r line; do
     case $1 in
         crash) kill -SEGV $$ ;;
         garbage) echo 'assertion failed' ;;
+        deep) printf "{\"id\":$id,\"x\":"; head -c 5000000 /dev/zero | tr '\0' '['; echo ;;
+        endless) head -c 70000000 /dev/zero | tr '\0' ' '; sleep 30 ;;
+        noisy) yes 'no paper' >&2 ;;
         other) echo '{"id":77,"error":"of another"}' ;;
         half) echo "{\"id\":$id,\"error\":\"$id\"}"; exit ;;
         twice) echo "{\"id\":$id,\"error\":\"$id\"}" ; echo "{\"id\":$id,\"error\":\"$id\"}" ;;
