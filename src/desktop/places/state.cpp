@@ -1,6 +1,8 @@
 #include "desktop/places/state.h"
 
 #include <algorithm>
+#include <fcntl.h>
+#include <sys/file.h>
 #include <system_error>
 
 #include "desktop/glib/note.h"
@@ -150,6 +152,17 @@ Result<void> setAside(const fs::path& file) {
 }
 
 }  // namespace
+
+FileLock::FileLock() {
+    const auto file = stateFile();
+    if (!file) return;
+    std::error_code error;
+    if (fs::create_directories(file->parent_path(), error))
+        fs::permissions(file->parent_path(), fs::perms::owner_all, error);
+    folder_ =
+        system::Descriptor{::open(file->parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+    system::uninterrupted([this] { return ::flock(folder_.number(), LOCK_EX); });
+}
 
 Result<fs::path> stateFile() {
     if (const auto folder = system::settingsFolder())
