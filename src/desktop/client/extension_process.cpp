@@ -106,11 +106,16 @@ struct ExtensionProcess::Run : std::enable_shared_from_this<Run> {
         };
         if (!owner) return;
         if (bytes.empty()) return owner->ended();
-        if (!lines.feed(bytes, take) && owner) owner->fail("answers with a line without end");
+        if (!lines.feed(bytes, take)) giveUp("answers with a line without end");
     }
     void takeComplaints(std::string_view bytes) {
         if (bytes.empty()) return complaints.end();
-        if (!complaints.take(bytes) && owner) owner->fail("complains without end");
+        if (!complaints.take(bytes)) giveUp("complains without end");
+    }
+    /// A child of the process may go on writing: nobody listens any more.
+    void giveUp(const char* why) {
+        if (owner) owner->fail(why);
+        g_cancellable_cancel(reading.get());
     }
 
     /// Null once it has lost interest; what the process still writes is then read to its end, as it

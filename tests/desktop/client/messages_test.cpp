@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "desktop/client/link.h"
 #include "platform/foundation/json_writing.h"
 #include "support/golden.h"
 
@@ -46,6 +47,12 @@ TEST(Messages, AreUnderstoodAsWhatWasAskedOrNamedAFault) {
     expectTranscript("replies.txt", understood);
     EXPECT_EQ(understood("list " + std::string(protocol::replyLimits.bytes + 1, ' ')),
               "fault: expected at most 67108864 bytes, found more");
+}
+
+TEST(Messages, NameLinksOfWhichOnlyTheHostsAreOpened) {
+    expectTranscript("links.txt", [](const std::string& link) {
+        return isWidgetLink(unescaped(link)) ? "opened" : "left alone";
+    });
 }
 
 }  // namespace
