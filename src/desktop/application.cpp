@@ -252,6 +252,7 @@ Result<int> runApplication(const std::vector<std::string>& words, int flags) {
         applicationId, static_cast<GApplicationFlags>(G_APPLICATION_HANDLES_COMMAND_LINE | flags))};
     if (glib::Fault fault; !g_application_register(application.get(), nullptr, fault.out()))
         return Fault{fault.message()};
+    const bool asksDesktop = g_application_get_is_remote(application.get());
     Instance instance{application.get()};
     int status{};  // of the call that started this, which the main loop forgets
     connect(application.get(), "command-line", [&](GApplicationCommandLine* line) {
@@ -264,8 +265,7 @@ Result<int> runApplication(const std::vector<std::string>& words, int flags) {
     all.push_back(nullptr);
     const int told = g_application_run(application.get(), static_cast<int>(words.size()) + 1,
                                        const_cast<char**>(all.data()));
-    const bool asked = g_application_get_is_remote(application.get());
-    if (asked && told != 0 && !desktopRuns()) return Fault{"the desktop has gone"};
+    if (asksDesktop && told != 0 && !desktopRuns()) return Fault{"the desktop has gone"};
     return told != 0 ? told : status;
 }
 
