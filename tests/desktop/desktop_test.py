@@ -296,10 +296,14 @@ def survives_a_stranger(room):
         (folder / "next").write_text(words)
         (folder / "next").rename(folder / "acts")
 
-    act("good")
     expect("--add alarms", 0, "1\n")
-    room.start(program=desktop)
-    room.until_card(*FIRST)
+    act("silent good")
+    with subprocess.Popen([desktop, "--add", "alarms"]) as asking:
+        until(lambda: (folder / "acts").read_text() == "good", "its question for the widgets")
+        room.start(program=desktop)
+        room.until_card(*FIRST)
+        assert room.desktop.poll() is None, "a call has taken the desktop's place"
+        asking.kill()
     good = room.look(*FIRST_NUMBER)
     for misdeed, noted in MISDEEDS.items():
         (folder / "good").unlink()
