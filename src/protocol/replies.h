@@ -14,9 +14,9 @@
 
 namespace tessary::protocol {
 
-/// What a host takes of a reply. Of a file of 16 MiB, the most that is read, 152,000 pins are listed
-/// in 610,000 values, 5 levels deep; without the display states, only a text of more than 12 MiB
-/// takes a timeline, which has it five times, beyond this.
+/// What a host takes of a reply. Of a file of 16 MiB, the most that is read, 152,000 pins are
+/// listed in 610,000 values, 5 levels deep; without the display states, only a text of more than 12
+/// MiB takes a timeline, which has it five times, beyond this.
 inline constexpr foundation::Limits replyLimits{
     .bytes = std::size_t{64} << 20U, .depth = 32, .values = 1'000'000};
 

@@ -298,12 +298,12 @@ def survives_a_stranger(room):
 
     expect("--add alarms", 0, "1\n")
     act("silent good")
-    with subprocess.Popen([desktop, "--add", "alarms"]) as asking:
-        until(lambda: (folder / "acts").read_text() == "good", "its question for the widgets")
-        room.start(program=desktop)
-        room.until_card(*FIRST)
-        assert room.desktop.poll() is None, "a call has taken the desktop's place"
-        asking.kill()
+    asking = room.screen.start([desktop, "--add", "alarms"])
+    until(lambda: (folder / "acts").read_text() == "good", "its question for the widgets")
+    room.start(program=desktop)
+    room.until_card(*FIRST)
+    assert room.desktop.poll() is None, "a call has taken the desktop's place"
+    asking.kill()
     good = room.look(*FIRST_NUMBER)
     for misdeed, noted in MISDEEDS.items():
         (folder / "good").unlink()
