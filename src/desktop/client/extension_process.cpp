@@ -172,9 +172,9 @@ void ExtensionProcess::prepare() {
     if (waiting_.empty()) awaitReply();  // for the idle time anew
 }
 
-/// However often it is called, the shortest pause lies between two failures.
+/// However often it is called, the first pause lies between two failures from the second on.
 void ExtensionProcess::hurry() {
-    if (!pause_.running() || trouble_.failures >= patience_.tries) return;
+    if (!pause_.running() || trouble_.failures < 2 || trouble_.failures >= patience_.tries) return;
     const auto passed = std::chrono::duration_cast<std::chrono::milliseconds>(
         std::chrono::steady_clock::now() - failedAt_);
     pauseFor(std::max({}, patience_.firstPause - passed));
