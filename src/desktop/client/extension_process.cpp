@@ -113,7 +113,7 @@ struct ExtensionProcess::Run : std::enable_shared_from_this<Run> {
         if (!complaints.take(bytes)) giveUp("complains without end");
     }
     /// A child of the process may go on writing: nobody listens any more.
-    void giveUp(const char* why) {
+    void giveUp(const char* why) const {
         if (owner) owner->fail(why);
         g_cancellable_cancel(reading.get());
     }

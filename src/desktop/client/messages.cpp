@@ -48,7 +48,7 @@ Result<void> fits(std::string_view picture, const Asked& asked) {
     return Fault{"a picture of " + describe(*found) + " pixels, not " + describe(wanted)};
 }
 
-Result<Reply> understood(protocol::Failure failure, const Asked&) {
+Result<Reply> understood(const protocol::Failure& failure, const Asked&) {
     return Reply{.error = foundation::visible(failure.error)};
 }
 

@@ -280,7 +280,7 @@ private:
         if (const auto opened = open(time); !opened) note(opened.fault().message());
     }
     Result<void> open(guint32 time) {
-        const auto opened = openHost(entry_.url, time);
+        auto opened = openHost(entry_.url, time);
         complaint_ = opened ? "" : opened.fault().message();
         showTooltip();
         return opened;
