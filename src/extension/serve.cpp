@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <iostream>
 #include <malloc.h>
+#include <optional>
 #include <stdexcept>
 #include <string_view>
 #include <unistd.h>
@@ -33,19 +34,19 @@ public:
     explicit ServedFiles(snapshot::Places places) : places_(std::move(places)) {}
 
     bool operator()(const fs::path& path) const {
-        const auto is = [&](const fs::path& dictionary) { return dictionary == path; };
-        return isSnapshot(path) || std::ranges::any_of(places_.dictionaries, is);
+        const auto is = [&](const fs::path& file) { return file.native() == path.native(); };
+        if (std::ranges::any_of(places_.dictionaries, is)) return true;
+        const std::optional<fs::path> container = containerOf(path);
+        return container && std::ranges::any_of(snapshot::fileNames, [&](std::string_view name) {
+                   return is(*container / snapshot::pathOf(name));
+               });
     }
 
 private:
-    bool isSnapshot(const fs::path& path) const {
-        const fs::path root = path.parent_path().parent_path();
-        const auto lies = [&](std::string_view name) {
-            return root / snapshot::pathOf(name) == path;
-        };
-        if (std::ranges::none_of(snapshot::fileNames, lies)) return false;
-        if (places_.container) return root == *places_.container;
-        return root == system::groupContainer(root.filename().native());
+    /// The only one that a file may lie in, spelled as whoever asks spells it.
+    std::optional<fs::path> containerOf(const fs::path& file) const {
+        if (places_.container) return places_.container;
+        return system::groupContainer(file.parent_path().parent_path().filename().native());
     }
 
     snapshot::Places places_;
@@ -71,6 +72,15 @@ foundation::Result<void> streamsAreOpen() {
     return {};
 }
 
+/// Nothing to a blank line.
+std::string replyTo(const system::Line& line, Extension& extension, const system::Send& send) {
+    if (line.isTooLong)
+        return extension::refusal("line: longer than " + std::to_string(system::longestLine) +
+                                  " bytes");
+    const bool isBlank = line.text.find_first_not_of(" \t\r") == std::string::npos;
+    return isBlank ? "" : extension.answer(line.text, send);
+}
+
 }  // namespace
 
 foundation::Result<void> serve(const ServeOptions& options) {
@@ -89,17 +99,18 @@ foundation::Result<void> serve(const ServeOptions& options) {
                   << '\n';
 
     Extension extension{source, locale};
-    return system::hold(
-        {STDIN_FILENO, STDOUT_FILENO}, [&](const system::Line& line) -> std::string {
-            if (line.isTooLong)
-                return refusal("line: longer than " + std::to_string(system::longestLine) +
-                               " bytes");
-            const bool isBlank = line.text.find_first_not_of(" \t\r") == std::string::npos;
-            if (isBlank) return "";
-            std::string reply = extension.answer(line.text);
-            if (broker.isGone()) throw std::runtime_error{"the file broker is gone"};
-            return reply;
-        });
+    const auto throwIfGone = [&] {
+        if (broker.isGone()) throw std::runtime_error{"the file broker is gone"};
+    };
+    return system::hold({STDIN_FILENO, STDOUT_FILENO},
+                        [&](const system::Line& line, const system::Send& send) {
+                            std::string rest = replyTo(line, extension, [&](std::string part) {
+                                throwIfGone();
+                                send(std::move(part));
+                            });
+                            throwIfGone();
+                            return rest;
+                        });
 }
 
 }  // namespace tessary::extension
