@@ -64,9 +64,14 @@ std::string listAsText(const std::vector<WidgetConfiguration>& widgets) {
     return text;
 }
 
-std::string timelineAsJSON(const std::string& kind, widgets::Request request,
-                           const WidgetTimeline& timeline) {
-    JSONWriter json{JSONWriter::Style::indented};
+/// In parts, as it may be long.
+int printTimeline(const std::string& kind, widgets::Request request,
+                  const WidgetTimeline& timeline) {
+    foundation::Result<void> printed;
+    const auto say = [&](const std::string& part) {
+        if (printed) printed = system::writeStandardOutput(part);
+    };
+    JSONWriter json{JSONWriter::Style::indented, say};
     json.object([&] {
         json.member("kind", kind).member("request", name(request));
         json.key("entries").array([&] {
@@ -79,7 +84,8 @@ std::string timelineAsJSON(const std::string& kind, widgets::Request request,
         });
         json.member("policy", extension::policyOf(timeline));
     });
-    return std::move(json).text() + "\n";
+    say(json.text() + "\n");
+    return statusOf(printed);
 }
 
 /// One line an entry: when, and what its medium size says.
@@ -140,9 +146,8 @@ struct Runner {
         return answered(
             command.widget, request, {},
             [&](const std::string& kind, const WidgetTimeline& timeline) {
-                return print(command.json
-                                 ? timelineAsJSON(kind, request.request, timeline)
-                                 : timelineAsText(kind, timeline, extension::localeOf(request)));
+                if (command.json) return printTimeline(kind, request.request, timeline);
+                return print(timelineAsText(kind, timeline, extension::localeOf(request)));
             });
     }
 
@@ -243,7 +248,7 @@ private:
         if (!widget->intent && options.pin != PinChoice{})
             return report(wrongCall, "--pin and --no-pin are not for '" + word +
                                          "': expected alarm, metric, or their kind identifiers");
-        const auto choice = extension::configured(*widget, options.pin);
+        const auto choice = extension::configured(*widget, options.request, options.pin);
         return use(widget->kind,
                    widget->answer(options.request, {family, options.preview, choice}));
     }

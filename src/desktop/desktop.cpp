@@ -213,7 +213,8 @@ void Desktop::ask(const std::shared_ptr<Shown>& shown) {
                           .pin = placed.pin,
                           .family = placed.family.name,
                           .scale = shown->card->scale(),
-                          .redacted = redacted_};
+                          .redacted = redacted_,
+                          .display = false};
     ground_.extension.ask(request, [this, asked = std::weak_ptr{shown}](const Reply& reply) {
         if (const auto still = asked.lock()) answered(still, reply);
     });

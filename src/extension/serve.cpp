@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <iostream>
 #include <malloc.h>
+#include <optional>
 #include <stdexcept>
 #include <unistd.h>
 
@@ -45,6 +46,15 @@ foundation::Result<void> streamsAreOpen() {
     return {};
 }
 
+/// Nothing to a blank line.
+std::string replyTo(const system::Line& line, Extension& extension, const system::Send& send) {
+    if (line.isTooLong)
+        return extension::refusal("line: longer than " + std::to_string(system::longestLine) +
+                                  " bytes");
+    const bool isBlank = line.text.find_first_not_of(" \t\r") == std::string::npos;
+    return isBlank ? "" : extension.answer(line.text, send);
+}
+
 }  // namespace
 
 foundation::Result<void> serve(const ServeOptions& options) {
@@ -64,17 +74,18 @@ foundation::Result<void> serve(const ServeOptions& options) {
                   << '\n';
 
     Extension extension{source, locale};
-    return system::hold(
-        {STDIN_FILENO, STDOUT_FILENO}, [&](const system::Line& line) -> std::string {
-            if (line.isTooLong)
-                return refusal("line: longer than " + std::to_string(system::longestLine) +
-                               " bytes");
-            const bool isBlank = line.text.find_first_not_of(" \t\r") == std::string::npos;
-            if (isBlank) return "";
-            std::string reply = extension.answer(line.text);
-            if (broker.isGone()) throw std::runtime_error{"the file broker is gone"};
-            return reply;
-        });
+    const auto throwIfGone = [&] {
+        if (broker.isGone()) throw std::runtime_error{"the file broker is gone"};
+    };
+    return system::hold({STDIN_FILENO, STDOUT_FILENO},
+                        [&](const system::Line& line, const system::Send& send) {
+                            std::string rest = replyTo(line, extension, [&](std::string part) {
+                                throwIfGone();
+                                send(std::move(part));
+                            });
+                            throwIfGone();
+                            return rest;
+                        });
 }
 
 }  // namespace tessary::extension

@@ -27,7 +27,8 @@ struct Asked : client::FakeExtension {
              (request.pin ? "=" + *request.pin : "") +
              (request.scale.value_or(1) == 2 ? " x2" : "") +
              unlessSmall(request.family.value_or("small")) +
-             (request.redacted.value_or(false) ? " redacted" : ""));
+             (request.redacted.value_or(false) ? " redacted" : "") +
+             (request.family && request.display.value_or(true) ? " with its state" : ""));
     }
     void prepare() override { tell("prepare"); }
     void hurry() override { tell("hurry"); }

@@ -6,6 +6,7 @@
 #include "command/program.h"
 #include "platform/foundation/base64.h"
 #include "platform/foundation/json_writing.h"
+#include "protocol/replies.h"
 #include "support/forbidden.h"
 #include "support/golden.h"
 
@@ -94,6 +95,44 @@ TEST_F(Serve, AnswersInTheLocaleAndZoneThatARequestNames) {
     const auto all = words(drawn);
     EXPECT_EQ(std::set(all.begin(), all.end()).size(), 5);
 }
+
+TEST_F(Serve, FindsTheContainerHoweverItIsSpelled) {
+    std::filesystem::create_directory(container_ / "deep");
+    std::filesystem::create_directory_symlink("../widgets", container_ / "deep/link");
+    container_.write("in", R"({"request": "snapshot", "widget": "alarms"})");
+    for (const std::string& way : words("$C/ $C//. $C/./ /.$C $C/widgets/.. $C/deep/link/.. "
+                                        "$C/deep/link/../ ../../../../../../../../..$C"))
+        EXPECT_THAT(output("serve --container " + way + " <$C/in"),
+                    HasSubstr(R"("case":"watching")"))
+            << way;
+}
+
+/// A sanitizer keeps what is freed.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+TEST_F(Serve, TakesLittleMemoryForALargeFileAndGivesItBack) {
+    std::string points;
+    for (int i = 0; i < 1'000'000; ++i)
+        points += R"({"t":)" + std::to_string(i % 2) + R"(,"v":1},)";
+    const auto file = replaced(examplePins({"a"}), "[],", "[" + points + R"({"t":9,"v":2}],)");
+    container_.put("metrics", file);
+    ASSERT_EQ(std::system(("mkfifo " + folder_ + "/asked " + folder_ + "/said").c_str()), 0);
+    run("serve $ASK <$C/asked >$C/said & exec 3>$C/asked 4<$C/said; for format in svg json png; do "
+        R"(echo '{"request":"timeline","widget":"metric","format":"'$format'"}' >&3; )"
+        "head -n 1 <&4 >$C/reply; done; cat /proc/$!/status >$C/served; exec 3>&- 4<&-; wait $!");
+    const auto last =
+        foundation::decodeJSON<protocol::Reply<protocol::Timeline>>(contents(container_ / "reply"));
+    EXPECT_THAT(last.value().entries.at(4).picture.value, StartsWith("\x89PNG"));
+    run("timeline metric --json $ASK >$C/said & exec 4<$C/said; head -c 20000000 <&4 >$C/reply; "
+        "cat /proc/$!/status >$C/printing; exec 4<&-; wait $!");
+    const auto bytes = [&](const char* of, const char* name) {
+        const std::string status = contents(container_ / of);
+        return 1024 * std::stoul(status.substr(status.find(name) + 6));
+    };
+    EXPECT_LT(bytes("served", "VmHWM"), 9 * file.size());
+    EXPECT_LT(bytes("served", "VmRSS"), 2 * file.size());
+    EXPECT_LT(bytes("printing", "VmHWM"), 9 * file.size());
+}
+#endif
 
 TEST_F(Serve, SaysWhatWasWrongWithARequestAndGoesOn) {
     expectTranscript("requests.txt", [&](const std::string& line) {

@@ -73,7 +73,8 @@ private:
                               .widget = offer.kind,
                               .family = offer.family.name,
                               .scale = scaleOf(dialog_.widget()),
-                              .preview = true};
+                              .preview = true,
+                              .display = false};
         // The offers are replaced by a list's answer alone, for which all these have been awaited.
         inquiry_.ask(request, [this, &offer](const Reply& reply) {
             if (reply.error) return dialog_.setStatus(*reply.error);

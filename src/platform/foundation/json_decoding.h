@@ -252,14 +252,21 @@ std::optional<DecodingFault> decode(std::string_view text, const Shape& shape, v
 
 }  // namespace shapes
 
+/// Fills a record from a whole text. What was read before a fault stays in it.
+template <TableRecord Record>
+std::optional<DecodingFault> fillFromJSON(Record& record, std::string_view text,
+                                          const Limits& limits = {},
+                                          const UnreadKeys& unread = {}) {
+    return shapes::decode(text, shapes::shapeOf<Record>, &record, limits, unread);
+}
+
 /// Decodes one record from a whole text. Bad input never throws and never recurses. Beside the
 /// record itself it takes memory for the longest text value.
 template <TableRecord Record>
 Result<Record, DecodingFault> decodeJSON(std::string_view text, const Limits& limits = {},
                                          const UnreadKeys& unread = {}) {
     Record record{};
-    if (auto fault = shapes::decode(text, shapes::shapeOf<Record>, &record, limits, unread))
-        return *std::move(fault);
+    if (auto fault = fillFromJSON(record, text, limits, unread)) return *std::move(fault);
     return record;
 }
 

@@ -18,8 +18,7 @@ constexpr std::size_t mostWaiting = std::size_t{4} << 20U;
 
 class Conversation {
 public:
-    Conversation(const Ends& ends, const std::function<std::string(const Line&)>& answer)
-        : ends_(ends), answer_(answer) {}
+    Conversation(const Ends& ends, const Answer& answer) : ends_(ends), answer_(answer) {}
 
     foundation::Result<void> hold() {
         while (state_) {
@@ -35,11 +34,15 @@ private:
     bool answerNext() {
         const std::optional<Line> line = lines_.next();
         if (!line) return false;
-        std::string reply = answer_(*line);
-        if (reply.empty()) return true;
-        text_ = std::move(reply) + '\n';
-        unsent_ = text_;
+        std::string rest = answer_(*line, [this](std::string part) { say(std::move(part)); });
+        if (!rest.empty()) say(std::move(rest) + '\n');
         return true;
+    }
+
+    void say(std::string text) {
+        while (state_ && !unsent_.empty()) waitAndMove();
+        text_ = std::move(text);
+        unsent_ = text_;
     }
 
     void waitAndMove() {
@@ -88,7 +91,7 @@ private:
     }
 
     Ends ends_;
-    const std::function<std::string(const Line&)>& answer_;
+    const Answer& answer_;
     LineCutter lines_{};
     std::string text_{};
     std::string_view unsent_{};  ///< of `text_`
@@ -129,8 +132,7 @@ std::optional<Line> LineCutter::next() {
     return line;
 }
 
-foundation::Result<void> hold(const Ends& ends,
-                              const std::function<std::string(const Line&)>& answer) {
+foundation::Result<void> hold(const Ends& ends, const Answer& answer) {
     return Conversation{ends, answer}.hold();
 }
 

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 
+#include "platform/drawing/bounded_list.h"
 #include "platform/drawing/cairo_painter.h"
 #include "platform/drawing/ink.h"
 #include "platform/drawing/json_painter.h"
@@ -116,6 +117,19 @@ TEST(PDFPainter, DatesADocumentAsItIsTold) {
         EXPECT_EQ(document.find("Date"), at + 9) << "and no other";
         EXPECT_EQ(document.find("Date", at + 10), std::string::npos);
     }
+}
+
+TEST(BoundedList, HoldsNoMoreThanACardCanShow) {
+    views::TextElement text{.text = std::string(longestText - 1, 'x')};
+    DisplayList list{.url = std::string(longestLink, 'u'), .elements = {{{}, false, text}}};
+    const DisplayList whole = list;
+    bound(list);
+    EXPECT_EQ(list, whole);
+    list = {.url = *list.url + "u", .elements = {{{}, false, text}}};
+    std::get<views::TextElement>(list.elements[0].content).text += "\u20AC";
+    bound(list);
+    EXPECT_EQ(std::get<views::TextElement>(list.elements[0].content).text, text.text + "\u2026");
+    EXPECT_EQ(list.url, std::nullopt);
 }
 
 // ---- Pixels -----------------------------------------------------------------------------------

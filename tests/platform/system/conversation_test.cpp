@@ -51,8 +51,11 @@ struct Talk {
         input = Descriptor{in[1]};
         output = Descriptor{out[0]};
         thread = std::thread{[this] {
-            result = hold(theirs, [](const Line& line) {
-                return line.text == "silence" ? "" : line.text + std::string(20'000, '.');
+            result = hold(theirs, [](const Line& line, const Send& send) {
+                if (line.text == "silence") return std::string{};
+                send(line.text + std::string(7000, '.'));
+                send(std::string(7000, '.'));
+                return std::string(6000, '.');
             });
             ::close(theirs.output);
         }};
