@@ -1,23 +1,21 @@
 #include "extension/serve.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <iostream>
 #include <malloc.h>
 #include <stdexcept>
-#include <string_view>
 #include <unistd.h>
 
 #include "extension/requests.h"
+#include "extension/served_files.h"
 #include "extension/widget_host.h"
 #include "platform/drawing/machine_fonts.h"
 #include "platform/foundation/joined.h"
 #include "platform/sandbox/file_broker.h"
 #include "platform/sandbox/sandbox.h"
 #include "platform/system/conversation.h"
-#include "platform/system/folders.h"
 
 namespace tessary::extension {
 
@@ -26,30 +24,6 @@ using foundation::Fault;
 using foundation::joined;
 
 namespace {
-
-/// A snapshot of a container that the places allow, or one of their information dictionaries.
-class ServedFiles {
-public:
-    explicit ServedFiles(snapshot::Places places) : places_(std::move(places)) {}
-
-    bool operator()(const fs::path& path) const {
-        const auto is = [&](const fs::path& dictionary) { return dictionary == path; };
-        return isSnapshot(path) || std::ranges::any_of(places_.dictionaries, is);
-    }
-
-private:
-    bool isSnapshot(const fs::path& path) const {
-        const fs::path root = path.parent_path().parent_path();
-        const auto lies = [&](std::string_view name) {
-            return root / snapshot::pathOf(name) == path;
-        };
-        if (std::ranges::none_of(snapshot::fileNames, lies)) return false;
-        if (places_.container) return root == *places_.container;
-        return root == system::groupContainer(root.filename().native());
-    }
-
-    snapshot::Places places_;
-};
 
 /// Large blocks go back to the system as soon as they are free, so that one large file does not
 /// leave the process large.

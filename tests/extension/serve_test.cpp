@@ -130,6 +130,22 @@ TEST_F(Serve, EndsWithItsInputWhateverThatIs) {
                       HasSubstr("\n{\"id\":null,\"bundle\"")));
 }
 
+#ifndef __SANITIZE_ADDRESS__  // which gives nothing back
+TEST_F(Serve, GivesBackWhatALargeFileTook) {
+    std::vector<std::string> ids;
+    for (int i = 0; i < 80'000; ++i) ids.push_back("id" + std::to_string(i));
+    container_.put("alarm-pins", examplePins(ids));
+    container_.write("go.sh", R"(mkfifo $1/in; $2 serve --container $1 <$1/in >$1/out & exec 3>$1/in
+        echo '{"request": "pins", "widget": "alarm"}' >&3; echo '{"request": "list"}' >&3
+        until [ $(wc -l <$1/out) = 2 ]; do sleep 0.05; done; sed -n 's/VmRSS://p' /proc/$!/status)");
+    const std::string told = folder_ + "/kilobytes";
+    const std::string call = "sh " + folder_ + "/go.sh " + folder_ + " " + TESSARY_PROGRAM;
+    ASSERT_EQ(std::system((call + " >" + told).c_str()), 0);
+    EXPECT_GT(contents(container_ / "out").size(), 3'000'000);
+    EXPECT_LT(std::stol(contents(told)), 25'000) << "kB";
+}
+#endif
+
 TEST_F(Serve, SaysOnceWhatTheKernelLacksOrRefuses) {
     container_.write("in", "{\"request\": \"list\"}\n{\"request\": \"list\"}\n");
     const auto runWithout = [&](long call, const std::string& words) {
