@@ -71,38 +71,6 @@ TEST(Files, RefusesWhatIsNoRegularFileWithoutWaiting) {
     EXPECT_EQ(bytesOf(folder / "sparse").size(), largestReadableFile);
 }
 
-/// Whether all the bytes are one letter, or there are none.
-bool isOfOneWrite(const std::string& bytes) {
-    return bytes.find_first_not_of(bytes.front()) == std::string::npos;
-}
-
-TEST(Files, NeverMixesWhatAFileHeldBeforeAndAfterAWrite) {
-    const TemporaryFolder folder;
-    const auto file = folder.write("file", std::string(300'000, 'a'));
-    std::atomic<bool> isDone{};
-    std::thread writer{[&] {
-        for (std::size_t round = 0; !isDone; ++round) {
-            const std::string bytes(300'000 + round % 7, static_cast<char>('a' + round % 26));
-            const Descriptor open{::open(file.c_str(), O_WRONLY)};
-            if (::pwrite(open.number(), bytes.data(), bytes.size(), 0) < 0) ADD_FAILURE();
-            if (::ftruncate(open.number(), static_cast<off_t>(bytes.size())) != 0) ADD_FAILURE();
-            if (round % 3 != 0) continue;
-            fs::rename(folder.write("beside", bytes), file);
-        }
-    }};
-    int whole = 0;
-    for (int reading = 0; reading < 200; ++reading) {
-        const auto contents = readFile(file);
-        if (!contents) continue;
-        EXPECT_GE(contents->size(), 300'000);
-        EXPECT_TRUE(isOfOneWrite(*contents)) << reading;
-        ++whole;
-    }
-    isDone = true;
-    writer.join();
-    EXPECT_GT(whole, 40);
-}
-
 /// What is read of a file that is open while one byte after another is written in place, so far
 /// apart, until as many are.
 std::string readWhile(milliseconds apart, std::size_t count) {
