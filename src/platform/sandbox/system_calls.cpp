@@ -123,7 +123,7 @@ std::string_view words(Use use) {
         case Use::memory: return "memory";
         case Use::clock: return "time and chance";
         case Use::self: return "itself";
-        case Use::files: return "the broker alone: files";
+        case Use::files: return "files, for the broker alone";
     }
     return "";
 }
