@@ -66,6 +66,7 @@ foundation::Result<void> serve(const ServeOptions& options) {
     source.read = [&](const fs::path& path) { return broker.read(path); };
     const locale::UserLocale locale = localeOf(options.request);
 
+    // Lists the fonts first: from here on none can be looked for.
     const auto open = sandbox::enterSandbox({.readable = drawing::fontPlaces()});
     if (!open.empty() && options.requireSandbox)
         return Fault{"no whole sandbox: " + joined(open, "; ")};

@@ -126,6 +126,16 @@ std::optional<FileContents> readNow(int file) {
     return readUnchanged(file, lease.refusal() == 0 ? 0 : settled);
 }
 
+FileContents readWaiting(const Descriptor& file) {
+    const std::int64_t last = now(CLOCK_MONOTONIC) + longestWait;
+    do {
+        if (auto contents = readNow(file.number())) return *std::move(contents);
+        pause();
+    } while (now(CLOCK_MONOTONIC) < last);
+    if (auto contents = readUnchanged(file.number(), quiet)) return *std::move(contents);
+    return Fault{"being written to all the time"};
+}
+
 }  // namespace
 
 Fault absent() { return systemFault(ENOENT); }
@@ -150,18 +160,8 @@ foundation::Result<Descriptor> openFile(const std::filesystem::path& path) {
     return file;
 }
 
-FileContents readFile(const Descriptor& file) {
-    const std::int64_t last = now(CLOCK_MONOTONIC) + longestWait;
-    do {
-        if (auto contents = readNow(file.number())) return *std::move(contents);
-        pause();
-    } while (now(CLOCK_MONOTONIC) < last);
-    if (auto contents = readUnchanged(file.number(), quiet)) return *std::move(contents);
-    return Fault{"being written to all the time"};
-}
-
 FileContents readFile(const std::filesystem::path& path) {
-    return openFile(path).andThen([](const Descriptor& file) { return readFile(file); });
+    return openFile(path).andThen(readWaiting);
 }
 
 }  // namespace tessary::system

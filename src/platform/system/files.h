@@ -2,11 +2,6 @@
 //
 //     readFile("alarms.json")          // std::string{"{...}"}, all of its bytes
 //     readFile("no-such-file")         // Fault{"No such file or directory"}
-//
-// Opening and reading are two steps where something is to be done between them:
-//
-//     auto opened = openFile("alarms.json");
-//     if (opened) readFile(*opened);
 #pragma once
 
 #include <cerrno>
@@ -60,14 +55,11 @@ private:
 /// socket) is a fault and is never waited for, nor is a path that holds NUL.
 foundation::Result<Descriptor> openFile(const std::filesystem::path& path);
 
-/// The bytes of an open file from start to end. One that a program has open for writing is waited
+/// The bytes of a file from start to end. One that a program has open for writing is waited
 /// for, a second at most, and then read as it stands if it has not changed for half a second; else
 /// it is a fault. A writer that opens the file while it is read waits for the reading to end. Where
 /// the file system, or who owns the file, lets nobody find that out (by a read lease), a file
 /// counts as being written to for 20 milliseconds after its last change.
-FileContents readFile(const Descriptor& file);
-
-/// Opens and reads.
 FileContents readFile(const std::filesystem::path& path);
 
 }  // namespace tessary::system

@@ -16,7 +16,6 @@ namespace fs = std::filesystem;
 /// folder by a file in the home folder.
 std::string readable(const std::string& fontFolder) {
     const TemporaryFolder root;
-    std::string all;
     for (const char* folder : {"home", "home/fonts", "srv", "srv/fonts"}) {
         fs::create_directory(root / folder);
         fs::copy("/usr/share/fonts/opentype/inter/Inter-Regular.otf", root / folder / "a.otf");
