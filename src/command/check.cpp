@@ -1,7 +1,11 @@
 #include "command/check.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <functional>
+#include <iomanip>
+#include <pwd.h>
+#include <sstream>
 #include <sys/stat.h>
 #include <system_error>
 #include <tuple>
@@ -9,6 +13,7 @@
 #include <unordered_set>
 
 #include "alarms/alarms_display.h"
+#include "command/notes.h"
 #include "pins/pin_display.h"
 #include "platform/foundation/visible_text.h"
 #include "platform/locale/text_equality.h"
@@ -75,8 +80,44 @@ std::string standIn(const fs::path& file) {
     }
 }
 
+/// The folder on the way to a file that may not be entered, else the file.
+fs::path refusing(const fs::path& file) {
+    std::error_code fault;
+    fs::path at;
+    for (const fs::path& part : file) {
+        const bool isUnknown = fs::status(at / part, fault).type() == fs::file_type::none;
+        if (isUnknown && fault == std::errc::permission_denied) return at.empty() ? "." : at;
+        at /= part;
+    }
+    return file;
+}
+
+/// Whose mode keeps a file from being read, where one does.
+std::string deniedBy(const fs::path& file, const foundation::Fault& fault) {
+    if (fault.message() != std::system_category().message(EACCES)) return "";
+    struct stat status {};
+    const fs::path place = refusing(file);
+    if (::stat(place.c_str(), &status) != 0) return "";
+    const passwd* owner = ::getpwuid(status.st_uid);
+    std::ostringstream mode;
+    mode << std::oct << std::setfill('0') << std::setw(4) << (status.st_mode & 07777U);
+    return visible(place.native()) + " belongs to " +
+           (owner != nullptr ? owner->pw_name : std::to_string(status.st_uid)) + " and has mode " +
+           mode.str();
+}
+
+/// Whether the container is given as its folder for the widgets.
+std::string mistakenContainer(const fs::path& file) {
+    const fs::path folder = file.parent_path();
+    std::error_code ignored;
+    const bool isMistaken = folder.parent_path().filename() == "widgets" &&
+                            fs::status(folder, ignored).type() == fs::file_type::not_found;
+    return isMistaken ? "; a container is the folder that holds widgets/, not widgets/ itself" : "";
+}
+
 std::string fileProblem(const fs::path& file, const foundation::Fault& fault) {
-    const std::string cause = standIn(file) + brokenAt(file);
+    const std::string cause =
+        standIn(file) + brokenAt(file) + deniedBy(file, fault) + mistakenContainer(file);
     return fault.message() + (cause.empty() ? "" : ": " + cause);
 }
 
@@ -106,18 +147,6 @@ std::pair<Step, std::optional<std::string>> outcome(const Reading<Snapshot>& rea
     return {Step::usable, std::nullopt};
 }
 
-void noteHeader(FileFinding& finding, std::int64_t updatedMs, Date now) {
-    constexpr std::int64_t latestLikelySeconds = 100'000'000'000;  // in milliseconds, early in 1973
-    if (updatedMs > 0 && updatedMs < latestLikelySeconds)
-        finding.notes.emplace_back("updatedMs counts milliseconds; this looks like seconds");
-    if (*finding.updated > now)
-        finding.notes.emplace_back(
-            "updatedMs lies in the future: until then the file does not age");
-    if (*finding.intervalSeconds <= 0)
-        finding.notes.emplace_back(
-            "intervalSeconds is not positive: the file ages by the least limit");
-}
-
 /// What is the same for all kinds of files.
 template <class Snapshot>
 FileFinding walked(const Reading<Snapshot>& reading, std::string widget, Date now) {
@@ -130,9 +159,6 @@ FileFinding walked(const Reading<Snapshot>& reading, std::string widget, Date no
     if (const std::string* bytes = reading.bytes()) {
         finding.size = countOf(bytes->size());
         finding.digest = std::hash<std::string>{}(*bytes);
-        if (bytes->starts_with("\xEF\xBB\xBF"))
-            finding.notes.emplace_back(
-                "it begins with a byte order mark, which JSON does not have");
         if (const auto* fault = reading.decodingFault())
             finding.fault = {*fault, excerptAt(*bytes, fault->offset)};
     }
@@ -140,8 +166,8 @@ FileFinding walked(const Reading<Snapshot>& reading, std::string widget, Date no
         finding.schemaVersion = snapshot->schemaVersion;
         finding.updated = Date::fromMilliseconds(snapshot->updatedMs);
         finding.intervalSeconds = snapshot->intervalSeconds;
-        noteHeader(finding, snapshot->updatedMs, now);
     }
+    finding.notes = notesOn(reading, now);
     return finding;
 }
 

@@ -274,6 +274,12 @@ std::string asJSON(const Inspection& inspection, foundation::JSONWriter::Style s
     return foundation::toJSON(inspection, style) + "\n";
 }
 
-int exitStatus(const Inspection& inspection) { return inspection.usable ? 0 : 1; }
+int exitStatus(const Inspection& inspection, const Strictness& strictness) {
+    const bool isFine = std::ranges::none_of(inspection.files, [&](const FileFinding& file) {
+        const bool isNoted = !file.notes.empty() || !file.repeated.empty();
+        return (strictness.notes && isNoted) || (strictness.stale && file.shows.stale);
+    });
+    return inspection.usable && isFine ? 0 : 1;
+}
 
 }  // namespace tessary::command

@@ -16,7 +16,13 @@ std::string asText(const Inspection& inspection, const locale::UserLocale& local
 /// One object and a line feed.
 std::string asJSON(const Inspection& inspection, foundation::JSONWriter::Style style);
 
+/// What else is to be told by the exit status.
+struct Strictness {
+    bool notes{};  ///< and identifiers that are repeated
+    bool stale{};  ///< that a widget calls its data old
+};
+
 /// 0 where all three files are usable, 1 where something keeps a widget from its data.
-int exitStatus(const Inspection& inspection);
+int exitStatus(const Inspection& inspection, const Strictness& strictness = {});
 
 }  // namespace tessary::command

@@ -21,10 +21,14 @@ constexpr const char* general = "Options";  // for the rest each command has a t
 constexpr const char* picture = "Picture";
 
 constexpr Option help{"help", "", "Show this help", general, 'h', Use::alone};
-constexpr Option version{"version", "", "Show the version", general, 0, Use::alone};
+constexpr Option version{"version", "", "Show the version", general, 'V', Use::alone};
 constexpr Option json{"json", "", "Print JSON", general};
 constexpr Option watch{
     "watch", "", "Say it again whenever a file changes; with --json, an object a line", general};
+constexpr Option strict{"strict", "", "Exit with 1 where a note or a repetition is made, too",
+                        general};
+constexpr Option staleIsError{"stale-is-error", "",
+                              "Exit with 1 where a widget calls its data old, too", general};
 constexpr Option requireSandbox{"require-sandbox", "",
                                 "Refuse to run where the kernel cannot shut every door", general};
 constexpr Option container{
@@ -73,35 +77,77 @@ constexpr Option ofRender[] = {help,  version,  container, info,   which,    pre
                                entry, redacted, scale,     format, output};
 constexpr Option ofPins[] = {help, version, container, info, id, json};
 constexpr Option ofServe[] = {help, version, container, info, at, locale, timeZone, requireSandbox};
-constexpr Option ofCheck[] = {help, version, container, info, at, locale, timeZone, json, watch};
+constexpr Option ofCheck[] = {help,     version, container, info,   at,          locale,
+                              timeZone, json,    watch,     strict, staleIsError};
 
 }  // namespace option
 
 constexpr const char* anyWidget = "alarms, alarm, metric, or a kind identifier";
 
 constexpr Command commands[] = {
-    {"list", "Show the widgets of the bundle", option::ofList},
-    {"timeline", "Ask a widget's provider and show its entries", option::ofTimeline, "WIDGET",
-     anyWidget, "Request"},
-    {"render", "Ask a widget's provider and render one entry", option::ofRender, "WIDGET",
-     anyWidget, "Request"},
-    {"pins", "Show what a pin widget can be configured with", option::ofPins, "WIDGET",
-     "alarm, metric, or a kind identifier", "Request"},
-    {"serve", "Answer requests, a line of JSON each, until the input ends", option::ofServe, "", "",
-     "Surroundings"},
-    {"check", "Say what keeps the widgets from their data, or that nothing does", option::ofCheck,
-     "", "", "Request",
-     "Exit status: 0 all three files are usable, 1 something keeps a widget from its data,\n"
-     "2 a wrong call."},
+    {.name = "list",
+     .purpose = "Show the widgets of the bundle",
+     .options = option::ofList,
+     .examples = "  tessary-widgets list\n"
+                 "  tessary-widgets list --json"},
+    {.name = "timeline",
+     .purpose = "Ask a widget's provider and show its entries",
+     .options = option::ofTimeline,
+     .operand = "WIDGET",
+     .operandHelp = anyWidget,
+     .group = "Request",
+     .examples = "  tessary-widgets timeline alarms\n"
+                 "  tessary-widgets timeline metric --pin 'orders-db CPU' --json\n"
+                 "  tessary-widgets timeline alarms --at 2024-11-16T16:00:40Z --locale de_DE"},
+    {.name = "render",
+     .purpose = "Ask a widget's provider and render one entry",
+     .options = option::ofRender,
+     .operand = "WIDGET",
+     .operandHelp = anyWidget,
+     .group = "Request",
+     .examples = "  tessary-widgets render alarms --family medium -o alarms.png\n"
+                 "  tessary-widgets render alarm --pin orders-db-cpu-high --scale 3 > pin.png\n"
+                 "  tessary-widgets render alarms --format text"},
+    {.name = "pins",
+     .purpose = "Show what a pin widget can be configured with",
+     .options = option::ofPins,
+     .operand = "WIDGET",
+     .operandHelp = "alarm, metric, or a kind identifier",
+     .group = "Request",
+     .examples = "  tessary-widgets pins alarm\n"
+                 "  tessary-widgets pins metric --id 'orders-db CPU' --json"},
+    {.name = "serve",
+     .purpose = "Answer requests, a line of JSON each, until the input ends",
+     .options = option::ofServe,
+     .group = "Surroundings",
+     .examples = "  echo '{\"id\": 1, \"request\": \"list\"}' | tessary-widgets serve\n"
+                 "  tessary-widgets serve --require-sandbox"},
+    {.name = "check",
+     .purpose = "Say what keeps the widgets from their data, or that nothing does",
+     .options = option::ofCheck,
+     .group = "Request",
+     .footer = "Exit status: 0 all three files are usable, 1 something keeps a widget from its\n"
+               "data, 2 a wrong call.",
+     .examples = "  tessary-widgets check --watch\n"
+                 "  tessary-widgets check --container build/sample --strict\n"
+                 "  tessary-widgets check --stale-is-error >/dev/null || echo 'no fresh data'"},
+    {.name = "help",
+     .purpose = "Show this help, or that of a command",
+     .options = option::ofProgram,
+     .operand = "COMMAND",
+     .operandHelp = "list, timeline, render, pins, serve or check",
+     .examples = "  tessary-widgets help render"},
 };
 
 constexpr Program program{
-    {"tessary-widgets", "Shows the state of CloudWatch alarms and metrics as desktop widgets.",
-     option::ofProgram, "", "", "",
-     "WIDGET is alarms, alarm (the alarm pin widget), metric, or a kind identifier.\n"
-     "Exit status: 0 done, 1 the output could not be made or written, 2 a wrong call.\n\n"
-     "  tessary-widgets render alarms --family medium -o alarms.png\n"
-     "  tessary-widgets timeline alarms --json"},
+    {.name = "tessary-widgets",
+     .purpose = "Shows the state of CloudWatch alarms and metrics as desktop widgets.",
+     .options = option::ofProgram,
+     .footer = "WIDGET is alarms, alarm (the alarm pin widget), metric, or a kind identifier.\n"
+               "Exit status: 0 done, 1 the output could not be made or written, 2 a wrong call.",
+     .examples = "  tessary-widgets render alarms --family medium -o alarms.png\n"
+                 "  tessary-widgets timeline alarms --json\n"
+                 "  tessary-widgets help check"},
     commands};
 
 std::optional<std::filesystem::path> pathOf(const std::string& word) {
@@ -132,6 +178,19 @@ RequestOptions requestOptions(Reader& read) {
     };
 }
 
+/// As it is named, or as the output's ending names it.
+PictureFormat formatOf(Reader& read, const std::optional<std::filesystem::path>& output) {
+    if (read.words.has(option::format))
+        return read.oneOf<PictureFormat>(option::format).value_or(PictureFormat::png);
+    if (!output || output->extension().native().size() < 2) return PictureFormat::png;
+    const auto format = extension::formatOf(*output);
+    if (!format)
+        read.refuse("--output: '" + output->string() + "' ends in none of " +
+                    foundation::knownNames<PictureFormat>() +
+                    ": expected one of them, or --format");
+    return format.value_or(PictureFormat::png);
+}
+
 PictureOptions pictureOptions(Reader& read) {
     PictureOptions options{.redacted = read.words.has(option::redacted)};
     const auto maybe = [](auto& to, const auto& value) { to = value.value_or(to); };
@@ -142,8 +201,7 @@ PictureOptions pictureOptions(Reader& read) {
                               "a number of pixels per point from 1 to 4"));
     if (read.words.value(option::output) != "-")
         options.output = read(option::output, pathOf, "a path");
-    if (options.output) maybe(options.format, extension::formatOf(*options.output));
-    maybe(options.format, read.oneOf<PictureFormat>(option::format));
+    options.format = formatOf(read, options.output);
     return options;
 }
 
@@ -166,7 +224,11 @@ Call callOf(Reader& read) {
     const bool json = words.has(option::json);
     const RequestOptions request = requestOptions(read);
     if (name == "list") return ListCommand{json};
-    if (name == "check") return CheckCommand{request, json, words.has(option::watch)};
+    if (name == "check")
+        return CheckCommand{request,
+                            json,
+                            words.has(option::watch),
+                            {words.has(option::strict), words.has(option::staleIsError)}};
     if (name == "serve") return ServeCommand{request, words.has(option::requireSandbox)};
     if (name == "timeline") return TimelineCommand{asked, request, json};
     if (name == "render") return RenderCommand{asked, request, pictureOptions(read)};

@@ -9,6 +9,7 @@
 #include <variant>
 #include <vector>
 
+#include "command/check_report.h"
 #include "extension/picture_options.h"
 #include "extension/request_options.h"
 #include "extension/serve.h"
@@ -44,6 +45,7 @@ struct CheckCommand {
     RequestOptions request{};
     bool json{};
     bool watch{};  ///< say it again whenever a file changes
+    Strictness strictness{};
 };
 /// Help or the version, asked for.
 struct Information {

@@ -1,6 +1,6 @@
 #include "command/commands.h"
 
-#include <algorithm>
+#include <array>
 #include <exception>
 #include <iostream>
 #include <unistd.h>
@@ -11,13 +11,17 @@
 #include "extension/serve.h"
 #include "extension/widget_host.h"
 #include "extension/widget_lookup.h"
+#include "platform/drawing/machine_fonts.h"
 #include "platform/foundation/json_writing.h"
+#include "platform/foundation/nearest.h"
+#include "platform/foundation/visible_text.h"
 #include "platform/system/output.h"
 
 namespace tessary::command {
 
 using foundation::JSONWriter;
 using foundation::name;
+using foundation::visible;
 using widgets::WidgetConfiguration;
 using widgets::WidgetEntry;
 using widgets::WidgetTimeline;
@@ -28,11 +32,11 @@ constexpr int done = 0;
 constexpr int failed = 1;
 constexpr int wrongCall = 2;
 
+constexpr std::size_t anyLength = std::string::npos;
+
 /// One line, whatever the words of the call hold that it names.
-int report(int status, std::string message) {
-    const auto isControl = [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; };
-    std::replace_if(message.begin(), message.end(), isControl, ' ');
-    std::cerr << "tessary-widgets: " << message << '\n';
+int report(int status, const std::string& message) {
+    std::cerr << "tessary-widgets: " << visible(message, anyLength) << '\n';
     return status;
 }
 
@@ -60,9 +64,14 @@ std::string listAsText(const std::vector<WidgetConfiguration>& widgets) {
     return text;
 }
 
-std::string timelineAsJSON(const std::string& kind, widgets::Request request,
-                           const WidgetTimeline& timeline) {
-    JSONWriter json{JSONWriter::Style::indented};
+/// In parts, as it may be long.
+int printTimeline(const std::string& kind, widgets::Request request,
+                  const WidgetTimeline& timeline) {
+    foundation::Result<void> printed;
+    const auto say = [&](const std::string& part) {
+        if (printed) printed = system::writeStandardOutput(part);
+    };
+    JSONWriter json{JSONWriter::Style::indented, say};
     json.object([&] {
         json.member("kind", kind).member("request", name(request));
         json.key("entries").array([&] {
@@ -75,7 +84,8 @@ std::string timelineAsJSON(const std::string& kind, widgets::Request request,
         });
         json.member("policy", extension::policyOf(timeline));
     });
-    return std::move(json).text() + "\n";
+    say(json.text() + "\n");
+    return statusOf(printed);
 }
 
 /// One line an entry: when, and what its medium size says.
@@ -100,8 +110,8 @@ std::string timelineAsText(const std::string& kind, const WidgetTimeline& timeli
 std::string entitiesAsText(const std::vector<intents::AppEntity>& entities) {
     std::string text;
     for (const intents::AppEntity& entity : entities) {
-        text +=
-            entity.id + "\t" + entity.name + (entity.detail.empty() ? "" : "\t" + entity.detail);
+        text += visible(entity.id, anyLength) + "\t" + visible(entity.name, anyLength);
+        if (!entity.detail.empty()) text += "\t" + visible(entity.detail, anyLength);
         text += '\n';
     }
     return text;
@@ -111,6 +121,12 @@ std::string pinsAsJSON(const intents::WidgetConfigurationIntent& intent,
                        const std::vector<std::string>& ids) {
     return ids.empty() ? asJSON(extension::suggestions(intent))
                        : asJSON(extension::entities(intent, ids));
+}
+
+std::string unknownWidget(const std::string& word) {
+    const auto shortName = [](const auto& widget) { return extension::shortName(widget.kind); };
+    return "unknown widget '" + word + "': expected alarms, alarm, metric, or a kind identifier" +
+           foundation::didYouMean(word, shell::TessaryWidgets{}.body(), shortName);
 }
 
 struct Runner {
@@ -130,9 +146,8 @@ struct Runner {
         return answered(
             command.widget, request, {},
             [&](const std::string& kind, const WidgetTimeline& timeline) {
-                return print(command.json
-                                 ? timelineAsJSON(kind, request.request, timeline)
-                                 : timelineAsText(kind, timeline, extension::localeOf(request)));
+                if (command.json) return printTimeline(kind, request.request, timeline);
+                return print(timelineAsText(kind, timeline, extension::localeOf(request)));
             });
     }
 
@@ -143,7 +158,8 @@ struct Runner {
             return report(
                 wrongCall,
                 "'" + command.widget +
-                    "' is no widget of a pin: expected alarm, metric, or a kind identifier");
+                    "' is no widget of a pin: expected alarm, metric, or a kind identifier" +
+                    foundation::didYouMean(command.widget, std::array{"alarm", "metric"}));
         const intents::WidgetConfigurationIntent& intent = *widget->intent;
         if (command.json) return print(pinsAsJSON(intent, command.ids));
         return print(entitiesAsText(command.ids.empty() ? intent.suggestedEntities()
@@ -162,13 +178,17 @@ struct Runner {
     }
 
     int operator()(const CheckCommand& command) const {
-        if (command.watch) return checkedOnEachChange(command);
-        const Inspection found = inspect(extension::sourceOf(command.request));
-        const int status = told(found, command);
-        return status == done ? exitStatus(found) : status;
+        const int drawing = statusOf(drawing::haveFonts());
+        return std::max(drawing, command.watch ? checkedOnEachChange(command) : checked(command));
     }
 
 private:
+    static int checked(const CheckCommand& command) {
+        const Inspection found = inspect(extension::sourceOf(command.request));
+        const int status = told(found, command);
+        return status == done ? exitStatus(found, command.strictness) : status;
+    }
+
     /// In a stream of objects each takes one line.
     static int told(const Inspection& found, const CheckCommand& command) {
         using Style = JSONWriter::Style;
@@ -204,7 +224,7 @@ private:
             if (woken == Woken::readerGone)
                 return report(failed, "cannot write standard output: its reader has gone");
         }
-        return exitStatus(*last);
+        return exitStatus(*last, command.strictness);
     }
 
     static int rendered(const std::string& kind, const WidgetTimeline& timeline,
@@ -224,23 +244,34 @@ private:
     static int answered(const std::string& word, const RequestOptions& options,
                         widgets::WidgetFamily family, const Use& use) {
         const auto widget = extension::findWidget(word, extension::sourceOf(options));
-        if (!widget)
-            return report(wrongCall, "unknown widget '" + word +
-                                         "': expected alarms, alarm, metric, or a kind identifier");
+        if (!widget) return report(wrongCall, unknownWidget(word));
         if (!widget->intent && options.pin != PinChoice{})
             return report(wrongCall, "--pin and --no-pin are not for '" + word +
                                          "': expected alarm, metric, or their kind identifiers");
-        const auto choice = extension::configured(*widget, options.pin);
+        const auto choice = extension::configured(*widget, options.request, options.pin);
         return use(widget->kind,
                    widget->answer(options.request, {family, options.preview, choice}));
     }
 };
+
+/// Whether the call's information dictionary is one, where it names one.
+foundation::Result<void> givenDictionary(const Call& call) {
+    return std::visit(
+        [](const auto& command) -> foundation::Result<void> {
+            if constexpr (requires { command.request; })
+                return extension::givenDictionary(command.request);
+            return {};
+        },
+        call);
+}
 
 }  // namespace
 
 int run(const foundation::Result<Call>& call) {
     if (!call) return report(wrongCall, call.fault().message());
     try {
+        if (const auto given = givenDictionary(*call); !given)
+            return report(wrongCall, given.fault().message());
         return std::visit(Runner{}, *call);
     } catch (const std::exception& error) {
         return report(failed, error.what());

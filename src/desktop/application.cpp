@@ -31,6 +31,25 @@ constexpr const char* applicationId = "com.tessary.desktop.Widgets";
 /// What is supposed where no screen is at hand: nearly any has room for that.
 const std::vector<Monitor> supposed{{.area = {1280, 720}}};
 
+/// What a call ends with whose way has changed under it: a desktop has come or gone.
+constexpr int tryAgain = 75;
+constexpr int mostTries = 100;
+constexpr gulong betweenTries = 100'000;  // microseconds
+
+/// Whether a desktop has the session's name, which no other call ever has.
+bool desktopRuns() {
+    const Object<GDBusConnection> bus{g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr)};
+    if (!bus) return false;
+    GVariant* const answer = g_dbus_connection_call_sync(
+        bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+        "NameHasOwner", g_variant_new("(s)", applicationId), G_VARIANT_TYPE("(b)"),
+        G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr);
+    gboolean has = FALSE;
+    if (answer) g_variant_get(answer, "(b)", &has);
+    if (answer) g_variant_unref(answer);
+    return has;
+}
+
 Folders foldersOf(const Command& command) { return {command.container, command.info}; }
 
 /// The instance that calls reach.
@@ -83,9 +102,7 @@ private:
             case Action::openEditor:
                 return withWidget(command, kinds,
                                   [&] { live_->desktop().openEditor(command.number); });
-            case Action::openLink:
-                return withWidget(command, kinds,
-                                  [&] { live_->desktop().openLink(command.number); });
+            case Action::openLink: return openLink(command, kinds);
             case Action::reload: return tell([this] { live_->desktop().reload(); });
             case Action::quit: return tell([this] { quit(); });
             case Action::list:
@@ -101,6 +118,7 @@ private:
     Result<Outcome> start(const Command& command) {
         if (live_) return Outcome{};
         if (!openDisplay()) return Fault{"there is no display to show widgets on"};
+        const FileLock whileReading;
         auto widgets = stateFile().andThen(loadWidgets);
         if (!widgets) return widgets.fault();
         const auto chosen = [this](const Command& byUser) {
@@ -140,7 +158,23 @@ private:
         return outcome;
     }
 
+    Result<Outcome> openLink(const Command& command, const Kinds& kinds) {
+        Result<void> opened;
+        auto outcome =
+            withWidget(command, kinds, [&] { opened = live_->desktop().openLink(command.number); });
+        if (!opened) return opened.fault();
+        return outcome;
+    }
+
+    /// Without a desktop only while none starts: that one has the name before it reads the file.
     Result<Outcome> change(const Command& command, const Kinds& kinds) {
+        if (live_ || command.action == Action::list) return changeNow(command, kinds);
+        const FileLock whileChanging;
+        if (desktopRuns()) return Outcome{.status = tryAgain};
+        return changeNow(command, kinds);
+    }
+
+    Result<Outcome> changeNow(const Command& command, const Kinds& kinds) {
         auto loaded = live_ ? Result{widgets_} : stateFile().andThen(loadWidgets);
         if (!loaded) return loaded.fault();
         auto& widgets = *loaded;
@@ -149,6 +183,9 @@ private:
         if (widgets == before) return outcome;
         return saved(widgets).andThen([&]() -> Result<Outcome> {
             if (live_) live_->desktop().show(widgets_ = widgets);
+            const auto trouble = live_ ? live_->desktop().trouble() : "";
+            if (command.action == Action::add && !trouble.empty())
+                outcome.complaint = "the widget is added, but cannot be shown yet: " + trouble;
             return outcome;
         });
     }
@@ -168,8 +205,7 @@ void answer(GApplicationCommandLine* line, const Outcome& outcome) {
     if (!outcome.output.empty())
         g_application_command_line_print(line, "%s", outcome.output.c_str());
     if (!outcome.complaint.empty())
-        g_application_command_line_printerr(line, "tessary-widgets-desktop: %s\n",
-                                            outcome.complaint.c_str());
+        g_application_command_line_printerr(line, "%s", noteLine(outcome.complaint).c_str());
     g_application_command_line_set_exit_status(line, outcome.status);
 }
 
@@ -189,26 +225,63 @@ void answerCall(Instance& instance, GApplicationCommandLine* line, int& ownStatu
     instance.carry(*call, done);
 }
 
-int runApplication(const std::vector<std::string>& words) {
-    const Object<GApplication> application{
-        g_application_new(applicationId, G_APPLICATION_HANDLES_COMMAND_LINE)};
+/// Lets the signals that end a program end an instance, for as long as this is there.
+class Endings {
+public:
+    explicit Endings(Instance& instance) {
+        const auto end = [](gpointer self) -> gboolean {
+            static_cast<Instance*>(self)->quit();
+            return G_SOURCE_CONTINUE;
+        };
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+            sources_.push_back(g_unix_signal_add(signal, end, &instance));
+    }
+    Endings(const Endings&) = delete;
+    Endings& operator=(const Endings&) = delete;
+    ~Endings() {
+        for (const auto source : sources_) g_source_remove(source);
+    }
+
+private:
+    std::vector<guint> sources_{};
+};
+
+/// A fault where the desktop that was to answer has gone before it did.
+Result<int> runApplication(const std::vector<std::string>& words, int flags) {
+    const Object<GApplication> application{g_application_new(
+        applicationId, static_cast<GApplicationFlags>(G_APPLICATION_HANDLES_COMMAND_LINE | flags))};
+    if (glib::Fault fault; !g_application_register(application.get(), nullptr, fault.out()))
+        return Fault{fault.message()};
+    const bool asksDesktop = g_application_get_is_remote(application.get());
     Instance instance{application.get()};
     int status{};  // of the call that started this, which the main loop forgets
     connect(application.get(), "command-line", [&](GApplicationCommandLine* line) {
         answerCall(instance, line, status);
         return g_application_command_line_get_exit_status(line);
     });
-    const auto end = [](gpointer self) -> gboolean {
-        static_cast<Instance*>(self)->quit();
-        return G_SOURCE_CONTINUE;
-    };
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) g_unix_signal_add(signal, end, &instance);
+    const Endings endings{instance};
     std::vector<const char*> all{"tessary-widgets-desktop"};
     for (const auto& word : words) all.push_back(word.c_str());
     all.push_back(nullptr);
     const int told = g_application_run(application.get(), static_cast<int>(words.size()) + 1,
                                        const_cast<char**>(all.data()));
+    if (asksDesktop && told != 0 && !desktopRuns()) return Fault{"the desktop has gone"};
     return told != 0 ? told : status;
+}
+
+/// Only a desktop takes the session's name: a call that had it for a moment would be taken for one.
+/// What comes or goes meanwhile makes the call begin anew.
+int callOrStart(const std::vector<std::string>& words, bool starts) {
+    Result<int> status = tryAgain;
+    for (int tries = 0; tries < mostTries; ++tries) {
+        if (tries > 0) g_usleep(betweenTries);
+        const int asCall = desktopRuns() ? G_APPLICATION_IS_LAUNCHER : G_APPLICATION_NON_UNIQUE;
+        status = runApplication(words, starts ? 0 : asCall);
+        if (status && *status != tryAgain) return *status;
+    }
+    note("the session's desktop cannot be reached" +
+         (status ? "" : ": " + status.fault().message()));
+    return 1;
 }
 
 }  // namespace
@@ -223,7 +296,7 @@ int run(const std::vector<std::string>& words) {
     if (call->action == Action::help) return std::fputs(helpText().c_str(), stdout), 0;
     if (call->action == Action::version)
         return std::puts("tessary-widgets-desktop " TESSARY_VERSION), 0;
-    return runApplication(words);
+    return callOrStart(words, call->action == Action::start || call->action == Action::gallery);
 }
 
 }  // namespace tessary::desktop

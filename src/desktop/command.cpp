@@ -6,6 +6,7 @@
 #include "desktop/glib/handles.h"
 #include "desktop/places/state.h"
 #include "platform/foundation/utf8.h"
+#include "platform/foundation/visible_text.h"
 #include "platform/system/options.h"
 
 namespace tessary::desktop {
@@ -114,11 +115,15 @@ Command understand(Reader& read, const std::string& folder) {
     return command;
 }
 
+/// Fit for a terminal, and not cut.
+std::string whole(const std::string& text) { return foundation::visible(text, text.size()); }
+
 std::string listed(const std::vector<PlacedWidget>& widgets, const Kinds& kinds) {
     std::string lines;
     for (const auto& [number, kind, family, pin, place] : widgets)
-        lines += std::to_string(number) + "  " + nameOf(kind, kinds) + "  " + family.name + "  " +
-                 describe(place) + (pin ? "  " + *pin : "") + "\n";
+        lines += std::to_string(number) + "  " + whole(nameOf(kind, kinds)) + "  " +
+                 whole(family.name) + "  " + describe(place) + (pin ? "  " + whole(*pin) : "") +
+                 "\n";
     return lines;
 }
 

@@ -18,6 +18,7 @@ namespace {
 
 constexpr double never = std::numeric_limits<double>::infinity();
 constexpr double afterError = 300;  // seconds until a widget that met an error is asked for again
+constexpr double lateAfter = 600;   // seconds without the answer that is due, and a widget says so
 
 bool looksTheSame(const PlacedWidget& one, const PlacedWidget& other) {
     return one.kind == other.kind && one.family == other.family && one.pin == other.pin;
@@ -29,8 +30,16 @@ struct Desktop::Shown {
     /// Shows the entry that is due, and says when to look again.
     double look(double now) {
         if (const auto index = shownEntry(dates, now)) card->show(entries[*index]);
-        return nextWake(dates, asked ? never : askAt, now);
+        const double lateAt = lacking.since + lateAfter;
+        return std::min(nextWake(dates, asked ? never : askAt, now), lateAt > now ? lateAt : never);
     }
+
+    /// An answer that it wants and has not got.
+    struct Lacking {
+        double since{never};
+        int errors{};       ///< that came instead, in a row
+        std::string why{};  ///< the last of them
+    };
 
     PlacedWidget placed{};
     std::unique_ptr<windows::Card> card{};
@@ -40,6 +49,7 @@ struct Desktop::Shown {
     bool asked{};  ///< an answer is under way,
     bool stale{};  ///< and will be of yesterday when it comes
     bool asksDefault{};
+    Lacking lacking{};
 };
 
 Desktop::Desktop(Ground ground, std::function<void(const Command&)> chosen)
@@ -59,11 +69,18 @@ Signs Desktop::signs() {
         redacted_ = locked;
         reload();
     };
-    return {.clock = {.due = [this] { look(); }, .clockSet = [this] { reload(), look(); }},
+    const auto clockSet = [this] {
+        for (const auto& [number, shown] : shown_)
+            if (shown->lacking.since != never) shown->lacking.since = ground_.now();
+        reload();
+        look();
+    };
+    return {.clock = {.due = [this] { look(); }, .clockSet = clockSet},
             .files = {.stirring = stir, .changed = [this] { reload(); }},
             .zone = {.changed = moveOn},
             .lock = lock,
-            .monitors = [this] { arrange(); }};
+            .monitors = [this] { arrange(); },
+            .trouble = [this](const Trouble& trouble) { tellTrouble(trouble); }};
 }
 
 void Desktop::show(const std::vector<PlacedWidget>& widgets) {
@@ -96,6 +113,7 @@ std::shared_ptr<Desktop::Shown> Desktop::open(const PlacedWidget& widget) {
     auto shown = std::make_shared<Shown>();
     shown->card = ground_.openCard({
         .scaleChanged = [this, number] { ask(shown_.at(number)); },
+        .clicked = [this, number] { hurry(shown_.at(number)); },
         .closed = [this] { arrange(); },
         .moved = [choose](auto& place) { choose({.action = Action::edit, .place = place}); },
         .familyChosen =
@@ -126,6 +144,7 @@ void Desktop::arrange() {
 }
 
 void Desktop::reload() {
+    if (trouble_.failures > 0) ground_.extension.hurry();
     for (const auto& [number, shown] : shown_) {
         ask(shown);
         keepDefault(shown);
@@ -140,9 +159,17 @@ void Desktop::openEditor(int number) {
     if (kind && kind->takesPin) ground_.dialogs.openEditor(it->second->placed);
 }
 
-void Desktop::openLink(int number) const {
+foundation::Result<void> Desktop::openLink(int number) {
     const auto it = shown_.find(number);
-    if (it != shown_.end()) it->second->card->openLink();
+    if (it == shown_.end()) return {};
+    hurry(it->second);
+    return it->second->card->openLink();
+}
+
+/// Somebody is there who looks at it: what went wrong is tried again.
+void Desktop::hurry(const std::shared_ptr<Shown>& shown) {
+    if (trouble_.failures > 0) ground_.extension.hurry();
+    if (shown->lacking.errors > 0 && !shown->asked) ask(shown);
 }
 
 void Desktop::askKinds() {
@@ -179,13 +206,15 @@ void Desktop::ask(const std::shared_ptr<Shown>& shown) {
         return;
     }
     shown->asked = true;
+    shown->lacking.since = std::min(shown->lacking.since, ground_.now());
     const auto& placed = shown->placed;
     const Request request{.request = "timeline",
                           .widget = placed.kind,
                           .pin = placed.pin,
                           .family = placed.family.name,
                           .scale = shown->card->scale(),
-                          .redacted = redacted_};
+                          .redacted = redacted_,
+                          .display = false};
     ground_.extension.ask(request, [this, asked = std::weak_ptr{shown}](const Reply& reply) {
         if (const auto still = asked.lock()) answered(still, reply);
     });
@@ -211,12 +240,15 @@ void Desktop::keepDefault(const std::shared_ptr<Shown>& shown) {
 
 void Desktop::answered(const std::shared_ptr<Shown>& shown, const Reply& reply) {
     shown->asked = false;
+    auto& [since, errors, why] = shown->lacking;
+    errors = reply.timeline ? 0 : errors + 1;
+    why = reply.error.value_or("");
     if (std::exchange(shown->stale, false)) return ask(shown);
     if (!reply.timeline) {
-        ground_.note("widget " + std::to_string(shown->placed.number) + ": " +
-                     reply.error.value_or("the extension answers without a timeline"));
+        ground_.note("widget " + std::to_string(shown->placed.number) + ": " + why);
         shown->askAt = ground_.now() + afterError;
     } else {
+        since = never;
         shown->askAt = askDate(reply.timeline->after, ground_.now());
         shown->entries = reply.timeline->entries;
         shown->dates.clear();
@@ -230,10 +262,32 @@ void Desktop::look() {
     double wake = never;
     for (const auto& [number, shown] : shown_) {
         if (!shown->asked && shown->askAt <= now) ask(shown);
+        shown->card->setTrouble(trouble(*shown, now));
         wake = std::min(wake, shown->look(now));
     }
     // What is asked for together is due milliseconds apart: one wake is enough for all of it.
     ground_.wake(std::ceil(wake * 10) / 10);
+}
+
+void Desktop::tellTrouble(const Trouble& trouble) {
+    trouble_ = trouble;
+    const auto why = this->trouble();
+    ground_.dialogs.setTrouble(why.empty() ? "" : "There is no answer at the moment: " + why);
+    look();
+}
+
+std::string Desktop::trouble() const {
+    return trouble_.failures >= failuresToTell ? trouble_.why : "";
+}
+
+/// What a widget says of itself whose picture may be out of date.
+std::string Desktop::trouble(const Shown& shown, double now) const {
+    const std::string words = "This widget could not be brought up to date: ";
+    const auto& [since, errors, why] = shown.lacking;
+    if (errors >= failuresToTell) return words + why;
+    if (shown.asked && !trouble().empty()) return words + trouble();
+    if (now < since + lateAfter) return {};
+    return words + (why.empty() ? "there has been no new picture for ten minutes" : why);
 }
 
 }  // namespace tessary::desktop

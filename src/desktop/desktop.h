@@ -41,6 +41,7 @@ struct Signs {
     signs::PathWatch::Events zone{};   ///< the file of the machine's zone
     std::function<void(bool locked)> lock{};
     std::function<void()> monitors{};
+    std::function<void(const client::Trouble&)> trouble{};  ///< of the extension, or its end
 };
 
 class Desktop {
@@ -68,7 +69,10 @@ public:
     void openEditor(int number);
 
     /// Opens the link of what that widget shows, as a click on it does.
-    void openLink(int number) const;
+    foundation::Result<void> openLink(int number);
+
+    /// Why widgets cannot be brought up to date at the moment; nothing where they can.
+    std::string trouble() const;
 
 private:
     struct Shown;
@@ -82,11 +86,15 @@ private:
     void keepDefault(const std::shared_ptr<Shown>& shown);
     void answered(const std::shared_ptr<Shown>& shown, const client::Reply& reply);
     void look();
+    void tellTrouble(const client::Trouble& trouble);
+    std::string trouble(const Shown& shown, double now) const;
+    void hurry(const std::shared_ptr<Shown>& shown);
 
     Ground ground_;
     std::function<void(const Command&)> chosen_;
     std::map<int, std::shared_ptr<Shown>> shown_{};  ///< by number
     places::Kinds kinds_{};
+    client::Trouble trouble_{};
     bool redacted_{};
 };
 

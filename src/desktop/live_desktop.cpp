@@ -44,6 +44,7 @@ LiveDesktop::LiveDesktop(Folders folders, std::function<void(const Command&)> ch
       zone_{{signs::zoneFile}, desktop_.signs().zone},
       lock_{desktop_.signs().lock},
       monitors_{desktop_.signs().monitors} {
+    extension_.follow(desktop_.signs().trouble);
     follow();
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/drawing/bounded_list.h"
 #include "platform/drawing/cairo_painter.h"
 #include "platform/drawing/json_painter.h"
 #include "platform/drawing/png_encoder.h"
@@ -35,7 +36,10 @@ views::DisplayList Renderer::layOut(const widgets::WidgetEntry& entry,
     environment.redaction.placeholder = options.redacted;
     environment.locale = options.locale;
     environment.now = entry.date;
-    return views::layOut(entry.view(), surface(options.family, options.scale), environment, type);
+    views::DisplayList list =
+        views::layOut(entry.view(), surface(options.family, options.scale), environment, type);
+    drawing::bound(list);
+    return list;
 }
 
 std::string Renderer::paint(const views::DisplayList& list, const std::string& kind,

@@ -22,6 +22,7 @@ views::Surface surface(widgets::WidgetFamily family, double scale);
 /// to the next. For one thread at a time.
 class Renderer {
 public:
+    /// What is drawn of an entry, of no more than a card can show.
     views::DisplayList layOut(const widgets::WidgetEntry& entry, const PictureOptions& options);
 
     /// The picture as bytes of the format. Throws std::runtime_error where that cannot be done.

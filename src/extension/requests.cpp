@@ -78,6 +78,7 @@ struct Ground {
     const snapshot::Source& source;
     const UserLocale& locale;
     Renderer& renderer;
+    const foundation::JSONWriter::Sink& send;
 };
 
 Result<WidgetConfiguration> widgetOf(const protocol::Request& request, const Ground& ground) {
@@ -100,8 +101,9 @@ Result<PinChoice> pinChoice(const protocol::Request& request, const WidgetConfig
 /// once.
 class EntryArtist {
 public:
-    EntryArtist(Renderer& renderer, const std::string& kind, const PictureOptions& options)
-        : renderer_(renderer), kind_(kind), options_(options) {}
+    EntryArtist(Renderer& renderer, const std::string& kind, const PictureOptions& options,
+                bool isDisplayed)
+        : renderer_(renderer), kind_(kind), options_(options), isDisplayed_(isDisplayed) {}
 
     protocol::Entry drawn(const WidgetEntry& entry) {
         views::DisplayList list = renderer_.layOut(entry, options_);
@@ -111,7 +113,7 @@ public:
         }
         return {
             .date = entry.date.seconds,
-            .display = {[entry](foundation::JSONWriter& json) { entry.describe(json); }},
+            .display = {isDisplayed_ ? entry.describe : nullptr},
             .url = list_.url,
             .text = drawing::paintText(list_),
             .picture = {picture_},
@@ -122,6 +124,7 @@ private:
     Renderer& renderer_;
     const std::string& kind_;
     const PictureOptions& options_;
+    bool isDisplayed_;
     views::DisplayList list_{};
     std::string picture_{};
 };
@@ -136,8 +139,8 @@ Result<protocol::Timeline> timeline(const protocol::Request& request, widgets::R
     if (!options) return options.fault();
     const auto choice = pinChoice(request, *widget);
     if (!choice) return choice.fault();
-    const auto answer = widget->answer(
-        which, {options->family, request.preview.value_or(false), configured(*widget, *choice)});
+    const auto answer = widget->answer(which, {options->family, request.preview.value_or(false),
+                                               configured(*widget, which, *choice)});
     protocol::Timeline result{
         .kind = widget->kind,
         .request = std::string{name(which)},
@@ -147,7 +150,7 @@ Result<protocol::Timeline> timeline(const protocol::Request& request, widgets::R
         .format = std::string{name(options->format)},
         .policy = policyOf(answer),
     };
-    EntryArtist artist{ground.renderer, widget->kind, *options};
+    EntryArtist artist{ground.renderer, widget->kind, *options, request.display.value_or(true)};
     for (const WidgetEntry& entry : answer.entries) result.entries.push_back(artist.drawn(entry));
     return result;
 }
@@ -157,9 +160,10 @@ std::string refusal(const Identifier& id, const std::string& error) {
 }
 
 template <class Content>
-std::string reply(const Identifier& id, Result<Content> content) {
+std::string reply(const Identifier& id, Result<Content> content, const Ground& ground) {
     if (!content) return refusal(id, content.fault().message());
-    return toJSON(Reply<Content>{*std::move(content), id});
+    constexpr auto oneLine = foundation::JSONWriter::Style::compact;
+    return toJSON(Reply<Content>{*std::move(content), id}, oneLine, ground.send);
 }
 
 std::string pinsReply(const Identifier& id, const protocol::Request& request,
@@ -168,18 +172,17 @@ std::string pinsReply(const Identifier& id, const protocol::Request& request,
     if (!widget) return refusal(id, widget.fault().message());
     if (!widget->intent)
         return refusal(id, notKnown("widget", *request.widget, "alarm, metric").message());
-    if (request.ids && !request.ids->empty())
-        return reply(id, Result{entities(*widget->intent, *request.ids)});
-    return reply(id, Result{suggestions(*widget->intent)});
+    if (request.ids) return reply(id, Result{entities(*widget->intent, *request.ids)}, ground);
+    return reply(id, Result{suggestions(*widget->intent)}, ground);
 }
 
 std::string answerTo(const Identifier& id, std::string_view line, const Ground& ground) {
     const auto request = decodeJSON<protocol::Request>(line);
     if (!request) return refusal(id, request.fault().message());
-    if (request->request == "list") return reply(id, Result{bundleList()});
+    if (request->request == "list") return reply(id, Result{bundleList()}, ground);
     if (request->request == "pins") return pinsReply(id, *request, ground);
     if (const auto which = foundation::parse<widgets::Request>(request->request))
-        return reply(id, timeline(*request, *which, ground));
+        return reply(id, timeline(*request, *which, ground), ground);
     const auto known = "list, pins, " + foundation::knownNames<widgets::Request>();
     return refusal(id, notKnown("request", request->request, known).message());
 }
@@ -188,13 +191,20 @@ std::string answerTo(const Identifier& id, std::string_view line, const Ground& 
 
 std::string refusal(const std::string& error) { return refusal(Identifier{}, error); }
 
-std::string Extension::answer(std::string_view line) {
-    const auto address = decodeJSON<protocol::Address>(line);
-    if (!address) return refusal(address.fault().message());
+std::string Extension::answer(std::string_view line, const Send& send) {
+    protocol::Address address;
+    if (const auto fault = foundation::fillFromJSON(address, line))
+        return refusal(address.id, fault->message());
+    bool hasBegun = false;
+    const Send begin = [&](std::string part) {
+        hasBegun = true;
+        send(std::move(part));
+    };
     try {
-        return answerTo(address->id, line, {source_, locale_, renderer_});
+        return answerTo(address.id, line, {source_, locale_, renderer_, begin});
     } catch (const std::exception& error) {  // of a library that draws
-        return refusal(address->id, error.what());
+        if (hasBegun) throw;
+        return refusal(address.id, error.what());
     }
 }
 

@@ -2,12 +2,13 @@
 // JSON, and so is its reply.
 //
 //     Extension extension{source, {"en_US", "UTC"}};
-//     extension.answer(R"({"id": 7, "request": "timeline", "widget": "alarms", "family": "medium"})")
+//     extension.answer(R"({"id": 7, "request": "timeline", "widget": "alarms"})", send)
 //         // {"id":7,"kind":"com.tessary.desktop.widgets.alarms","request":"timeline",...}
-//     extension.answer(R"({"id": 8, "request": "dance"})")
+//     extension.answer(R"({"id": 8, "request": "dance"})", send)
 //         // {"id":8,"error":"request: 'dance' is not one of list, pins, placeholder, ..."}
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,9 +26,12 @@ public:
     Extension(snapshot::Source source, locale::UserLocale locale)
         : source_(std::move(source)), locale_(std::move(locale)) {}
 
-    /// The reply, without a newline. Whatever the line holds, there is one; what is wrong with a
-    /// request is told in it.
-    std::string answer(std::string_view line);
+    using Send = std::function<void(std::string)>;
+
+    /// The reply, without a newline; of a very long one the end, `send` being handed what stands
+    /// before it. Whatever the line holds, there is one; what is wrong with a request is told in
+    /// it. Throws what `send` throws.
+    std::string answer(std::string_view line, const Send& send);
 
 private:
     snapshot::Source source_;

@@ -1,23 +1,22 @@
 #include "extension/serve.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <iostream>
 #include <malloc.h>
+#include <optional>
 #include <stdexcept>
-#include <string_view>
 #include <unistd.h>
 
 #include "extension/requests.h"
+#include "extension/served_files.h"
 #include "extension/widget_host.h"
 #include "platform/drawing/machine_fonts.h"
 #include "platform/foundation/joined.h"
 #include "platform/sandbox/file_broker.h"
 #include "platform/sandbox/sandbox.h"
 #include "platform/system/conversation.h"
-#include "platform/system/folders.h"
 
 namespace tessary::extension {
 
@@ -26,30 +25,6 @@ using foundation::Fault;
 using foundation::joined;
 
 namespace {
-
-/// A snapshot of a container that the places allow, or one of their information dictionaries.
-class ServedFiles {
-public:
-    explicit ServedFiles(snapshot::Places places) : places_(std::move(places)) {}
-
-    bool operator()(const fs::path& path) const {
-        const auto is = [&](const fs::path& dictionary) { return dictionary == path; };
-        return isSnapshot(path) || std::ranges::any_of(places_.dictionaries, is);
-    }
-
-private:
-    bool isSnapshot(const fs::path& path) const {
-        const fs::path root = path.parent_path().parent_path();
-        const auto lies = [&](std::string_view name) {
-            return root / snapshot::pathOf(name) == path;
-        };
-        if (std::ranges::none_of(snapshot::fileNames, lies)) return false;
-        if (places_.container) return root == *places_.container;
-        return root == system::groupContainer(root.filename().native());
-    }
-
-    snapshot::Places places_;
-};
 
 /// Large blocks go back to the system as soon as they are free, so that one large file does not
 /// leave the process large.
@@ -71,16 +46,27 @@ foundation::Result<void> streamsAreOpen() {
     return {};
 }
 
+/// Nothing to a blank line.
+std::string replyTo(const system::Line& line, Extension& extension, const system::Send& send) {
+    if (line.isTooLong)
+        return extension::refusal("line: longer than " + std::to_string(system::longestLine) +
+                                  " bytes");
+    const bool isBlank = line.text.find_first_not_of(" \t\r") == std::string::npos;
+    return isBlank ? "" : extension.answer(line.text, send);
+}
+
 }  // namespace
 
 foundation::Result<void> serve(const ServeOptions& options) {
     if (auto streams = streamsAreOpen(); !streams) return streams;
+    ::closefrom(STDERR_FILENO + 1);  // what a host forgot to close
     keepMemorySmall();
     snapshot::Source source = sourceOf(options.request);
     sandbox::FileBroker broker{ServedFiles{source.places}};
     source.read = [&](const fs::path& path) { return broker.read(path); };
     const locale::UserLocale locale = localeOf(options.request);
 
+    // Lists the fonts first: from here on none can be looked for.
     const auto open = sandbox::enterSandbox({.readable = drawing::fontPlaces()});
     if (!open.empty() && options.requireSandbox)
         return Fault{"no whole sandbox: " + joined(open, "; ")};
@@ -89,17 +75,18 @@ foundation::Result<void> serve(const ServeOptions& options) {
                   << '\n';
 
     Extension extension{source, locale};
-    return system::hold(
-        {STDIN_FILENO, STDOUT_FILENO}, [&](const system::Line& line) -> std::string {
-            if (line.isTooLong)
-                return refusal("line: longer than " + std::to_string(system::longestLine) +
-                               " bytes");
-            const bool isBlank = line.text.find_first_not_of(" \t\r") == std::string::npos;
-            if (isBlank) return "";
-            std::string reply = extension.answer(line.text);
-            if (broker.isGone()) throw std::runtime_error{"the file broker is gone"};
-            return reply;
-        });
+    const auto throwIfGone = [&] {
+        if (broker.isGone()) throw std::runtime_error{"the file broker is gone"};
+    };
+    return system::hold({STDIN_FILENO, STDOUT_FILENO},
+                        [&](const system::Line& line, const system::Send& send) {
+                            std::string rest = replyTo(line, extension, [&](std::string part) {
+                                throwIfGone();
+                                send(std::move(part));
+                            });
+                            throwIfGone();
+                            return rest;
+                        });
 }
 
 }  // namespace tessary::extension

@@ -3,10 +3,27 @@
 #include <iostream>
 
 #include "extension/renderer.h"
+#include "platform/foundation/json_decoding.h"
 #include "platform/foundation/visible_text.h"
+#include "platform/system/files.h"
 
 namespace tessary::extension {
 
+/// A JSON object, whatever it holds.
+struct AnyObject {
+    std::optional<foundation::AnyJSON> anything{};
+};
+
+}  // namespace tessary::extension
+
+template <>
+inline constexpr auto tessary::foundation::fieldsOf<tessary::extension::AnyObject> =
+    std::tuple{Field{"", &tessary::extension::AnyObject::anything}};
+
+namespace tessary::extension {
+
+using foundation::Fault;
+using foundation::Result;
 using locale::UserLocale;
 
 namespace {
@@ -21,6 +38,17 @@ void tellOfUnknownZone() {
 }
 
 }  // namespace
+
+Result<void> givenDictionary(const RequestOptions& options) {
+    if (!options.info) return {};
+    const auto refused = [&](const std::string& why) {
+        return Fault{"--info: '" + options.info->string() + "' is not a JSON object: " + why};
+    };
+    const system::FileContents text = system::readFile(*options.info);
+    if (!text) return refused(text.fault().message());
+    const auto object = foundation::decodeJSON<AnyObject>(*text);
+    return object ? Result<void>{} : refused(object.fault().message());
+}
 
 snapshot::Source sourceOf(const RequestOptions& options) {
     snapshot::Source source{.places = snapshot::Places::given(options.container, options.info)};

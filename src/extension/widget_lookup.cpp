@@ -12,9 +12,10 @@ std::optional<widgets::WidgetConfiguration> findWidget(std::string_view word,
 }
 
 std::optional<std::string> configured(const widgets::WidgetConfiguration& widget,
-                                      const PinChoice& choice) {
+                                      widgets::Request request, const PinChoice& choice) {
     if (!widget.intent || choice.kind == PinChoice::Kind::none) return std::nullopt;
     if (choice.kind == PinChoice::Kind::identifier) return choice.identifier;
+    if (request == widgets::Request::placeholder) return std::nullopt;
     const auto pin = widget.intent->defaultResult();
     return pin ? std::optional{pin->id} : std::nullopt;
 }

@@ -23,8 +23,9 @@ struct PinChoice {
     bool operator==(const PinChoice&) const = default;
 };
 
-/// The identifier that a request reaches the provider with; none for a widget without an intent.
+/// The identifier that a request reaches the provider with; none for a widget without an intent. A
+/// placeholder shows the same whatever was chosen, so that no file is read for its default.
 std::optional<std::string> configured(const widgets::WidgetConfiguration& widget,
-                                      const PinChoice& choice);
+                                      widgets::Request request, const PinChoice& choice);
 
 }  // namespace tessary::extension

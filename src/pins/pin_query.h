@@ -1,9 +1,9 @@
 // The pins of a file as choices in the widget editor.
 #pragma once
 
-#include <algorithm>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/intents/entity.h"
@@ -26,9 +26,9 @@ struct PinQuery {
 
     std::vector<AppEntity> suggestedEntities() const {
         std::vector<AppEntity> result;
-        const auto file = snapshot::load<typename Kind::Snapshot>(source);
+        const auto file = snapshot::load<Snapshot>(source);
         if (!file) return result;
-        for (const auto& pin : file->pins) result.push_back({pin.id, pin.label, Kind::detail(pin)});
+        for (const Pin& pin : file->pins) result.push_back(entity(pin));
         return result;
     }
 
@@ -40,15 +40,28 @@ struct PinQuery {
     /// One entity an identifier, in their order: the first pin that has it, or one named
     /// `removedTitle()` without a detail.
     std::vector<AppEntity> entities(const std::vector<std::string>& ids) const {
-        const std::vector<AppEntity> pins = suggestedEntities();
+        std::unordered_map<std::string, const Pin*> pins;  // by what all that equal them share
+        for (const std::string& id : ids) pins.try_emplace(locale::canonicalForm(id));
+        const auto file = snapshot::load<Snapshot>(source);
+        if (file)
+            for (const Pin& pin : file->pins) {
+                const auto wanted = pins.find(locale::canonicalForm(pin.id));
+                if (wanted != pins.end() && !wanted->second) wanted->second = &pin;
+            }
         std::vector<AppEntity> result;
+        result.reserve(ids.size());
         for (const std::string& id : ids) {
-            const auto found = std::ranges::find_if(
-                pins, [&](const AppEntity& pin) { return locale::canonicallyEqual(pin.id, id); });
-            result.push_back(found != pins.end() ? *found : AppEntity{id, removedTitle(), ""});
+            const Pin* pin = pins.at(locale::canonicalForm(id));
+            result.push_back(pin ? entity(*pin) : AppEntity{id, removedTitle(), ""});
         }
         return result;
     }
+
+private:
+    using Snapshot = typename Kind::Snapshot;
+    using Pin = typename Snapshot::Pin;
+
+    static AppEntity entity(const Pin& pin) { return {pin.id, pin.label, Kind::detail(pin)}; }
 };
 
 }  // namespace tessary::pins

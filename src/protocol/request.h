@@ -38,6 +38,7 @@ struct Request {
     std::optional<std::string> format{};
     std::optional<std::string> locale{};
     std::optional<std::string> timeZone{};
+    std::optional<bool> display{};
 };
 
 }  // namespace tessary::protocol
@@ -64,6 +65,7 @@ inline constexpr auto fieldsOf<protocol::Request> = std::tuple{
     Field{"format", &protocol::Request::format},
     Field{"locale", &protocol::Request::locale},
     Field{"timeZone", &protocol::Request::timeZone},
+    Field{"display", &protocol::Request::display},
 };
 
 }  // namespace tessary::foundation

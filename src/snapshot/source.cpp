@@ -34,14 +34,6 @@ AppGroup::Rule ruleFor(const std::optional<std::string>& value) {
     return AppGroup::Rule::identifier;
 }
 
-/// The first that is there, or the last.
-const fs::path& chosen(const std::vector<fs::path>& dictionaries) {
-    std::error_code ignored;
-    for (const fs::path& dictionary : dictionaries)
-        if (fs::exists(dictionary, ignored)) return dictionary;
-    return dictionaries.back();
-}
-
 /// None where the file is missing, unreadable or no JSON, or has no text there.
 std::optional<std::string> groupIn(const system::FileContents& dictionary) {
     if (!dictionary) return std::nullopt;
@@ -63,7 +55,10 @@ Places Places::given(std::optional<fs::path> container, const std::optional<fs::
 
 AppGroup Source::group() const {
     if (places.dictionaries.empty()) return {ownGroup, AppGroup::Rule::identifier};
-    std::optional<std::string> value = groupIn(read(chosen(places.dictionaries)));
+    system::FileContents dictionary = system::absent();
+    for (const fs::path& file : places.dictionaries)
+        if (dictionary == system::FileContents{system::absent()}) dictionary = read(file);
+    std::optional<std::string> value = groupIn(dictionary);
     const AppGroup::Rule rule = ruleFor(value);
     return {std::move(value), rule};
 }

@@ -48,7 +48,8 @@ struct CallPrinter {
     }
     std::string operator()(const CheckCommand& check) const {
         return "check" + printed(check.request) + (check.json ? " json" : "") +
-               (check.watch ? " watch" : "");
+               (check.watch ? " watch" : "") + (check.strictness.notes ? " strict" : "") +
+               (check.strictness.stale ? " fresh" : "");
     }
     std::string operator()(const Information& information) const { return information.text; }
 };
@@ -62,10 +63,12 @@ TEST(CommandLine, UnderstandsCallsAndNamesTheWordAtFault) {
     expectTranscript("calls.txt", [](const std::string& line) {
         const std::string call = parsed(tessary::words(line));
         EXPECT_TRUE(!call.starts_with("fault") || call.find('\n') == call.npos);
-        return call;
+        const bool isHelp = call.find("\nUsage: ") != call.npos;
+        std::istringstream lines{call};
+        for (std::string each; isHelp && std::getline(lines, each);)
+            EXPECT_LE(each.size(), 80U) << each;
+        return replaced(call, TESSARY_VERSION, "VERSION");
     });
-    EXPECT_EQ(parsed({"pins", "--version"}), "tessary-widgets " TESSARY_VERSION "\n");
-    EXPECT_NE(parsed({"-h"}).find("\n  check  "), std::string::npos);
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ namespace {
 TEST(Command, CarriesOutOneAfterTheOtherOrNamesTheWordAtFault) {
     std::vector<PlacedWidget> widgets;
     expectTranscript("calls.txt", [&](const std::string& line) {
-        const auto call = parseCall(words(line), "/");
+        const auto call = parseCall(words(unescaped(line)), "/");
         if (!call) return "fault: " + call.fault().message();
         const auto outcome = carryOut(*call, widgets, {{.area = {1280, 720}}}, sampleKinds);
         return outcome.status == 0 ? outcome.output : "! " + outcome.complaint;

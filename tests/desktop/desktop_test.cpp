@@ -27,9 +27,11 @@ struct Asked : client::FakeExtension {
              (request.pin ? "=" + *request.pin : "") +
              (request.scale.value_or(1) == 2 ? " x2" : "") +
              unlessSmall(request.family.value_or("small")) +
-             (request.redacted.value_or(false) ? " redacted" : ""));
+             (request.redacted.value_or(false) ? " redacted" : "") +
+             (request.family && request.display.value_or(true) ? " with its state" : ""));
     }
     void prepare() override { tell("prepare"); }
+    void hurry() override { tell("hurry"); }
     void moveTo(const std::optional<std::string>& zone) override {
         tell("to " + zone.value_or("?"));
     }
@@ -52,11 +54,16 @@ struct ShownCard : windows::Card {
     void show(const client::Entry& entry) override {
         if (entry.text != std::exchange(text, entry.text)) tell(name + " shows " + text);
     }
-    void openLink() override { tell(name + " opens"); }
+    void setTrouble(const std::string& why) override {
+        if (why != std::exchange(trouble, why)) tell(name + " says '" + why + "'");
+    }
+    foundation::Result<void> openLink() override { return tell(name + " opens"), noProgram; }
+
+    static inline const foundation::Fault noProgram{"no program"};
 
     static inline ShownCard* last{};
     Events events;
-    std::string name{}, lies{}, text{};
+    std::string name{}, lies{}, text{}, trouble{};
     int perPoint{1};
 };
 
@@ -71,6 +78,10 @@ struct ShownDialogs : dialogs::Dialogs {
         if (all != std::exchange(kept, all)) tell("editors of" + all);
     }
     void reload() override { tell("dialogs"); }
+    void setTrouble(const std::string& why) override {
+        if (why != std::exchange(trouble, why)) tell("dialogs say '" + why + "'");
+    }
+    std::string trouble{};
     std::string kept{};
 };
 
@@ -101,6 +112,12 @@ public:
             {"pins", [&] { extension_.answer({.pins = pins(rest)}); }},
             {"error", [&] { extension_.answer({.error = "no"}); }},
             {"timeline", [&] { extension_.answer({.timeline = timeline(rest)}); }},
+            {"now", [&] { now_ = std::stod(rest.at(0)); }},
+            {"fails",
+             [&] {
+                 signs.trouble({std::stoi(rest.at(0)), "it is ill"});
+             }},
+            {"click", [&] { ShownCard::last->events.clicked(); }},
             {"rescaled",
              [&] { ShownCard::last->perPoint = 2, ShownCard::last->events.scaleChanged(); }},
             {"closed", [&] { ShownCard::last->lies = "", ShownCard::last->events.closed(); }},
@@ -121,7 +138,10 @@ private:
             case Action::quit: return tell("quit");
             case Action::gallery: return desktop_.openGallery();
             case Action::openEditor: return desktop_.openEditor(command.number);
-            case Action::openLink: return desktop_.openLink(command.number);
+            case Action::openLink:
+                if (const auto opened = desktop_.openLink(command.number); !opened)
+                    tell(opened.fault().message());
+                return;
             case Action::reload: return desktop_.reload();
             default: carryOut(command, widgets_, monitors_, sampleKinds), desktop_.show(widgets_);
         }
@@ -178,6 +198,8 @@ void expectStory(const std::string& name) {
 }
 
 TEST(Desktop, AsksAndShowsInTime) { expectStory("in_time.txt"); }
+
+TEST(Desktop, TellsWhatCouldNotBeBroughtUpToDate) { expectStory("in_trouble.txt"); }
 
 TEST(Desktop, FollowsTheUser) { expectStory("the_user.txt"); }
 

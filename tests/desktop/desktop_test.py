@@ -8,6 +8,7 @@ import contextlib
 import json
 import os
 import pathlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -52,10 +53,10 @@ class Room:
         self.complaints.touch()
         subprocess.check_call([MAKE_SAMPLE, self.container])
 
-    def start(self, *words):
+    def start(self, *words, program=PROGRAM):
         words = words or ("--container", self.container)
         with self.complaints.open("w") as log:
-            self.desktop = self.screen.start([PROGRAM, *words], stderr=log)
+            self.desktop = self.screen.start([program, *words], stderr=log)
 
     def end(self):
         assert self.desktop.wait(10) == 0
@@ -67,8 +68,8 @@ class Room:
         subprocess.check_call([MAKE_SAMPLE, made, "--state", state])
         (made / "widgets/alarms.json").rename(self.container / "widgets/alarms.json")
 
-    def until_said(self, words):
-        said = lambda: spoken("tessary-widgets-desktop").get("CloudWatch metric", "")
+    def until_said(self, words, widget="CloudWatch metric"):
+        said = lambda: spoken("tessary-widgets-desktop").get(widget, "")
         until(lambda: said().startswith(words), f"to be read to a user: {words}")
 
     def look(self, *part):
@@ -273,6 +274,77 @@ def follows_its_dictionary(room, logind):
     room.end()
 
 
+MISDEEDS = {
+    "deep": "/x: expected nesting at most 32 deep, found more",
+    "endless": "answers with a line without end",
+    "many": "a timeline of 100 entries",
+    "large": "a picture of 20000 × 20000 pixels, not 164 × 164",
+    "cut": "a picture that is no whole PNG",
+    "noisy": "complains without end",
+}
+
+
+def survives_a_stranger(room):
+    """In the extension's place: the last picture stays, and tells after a while that it is one."""
+    folder = room.container.with_name("stranger")
+    folder.mkdir()
+    desktop = shutil.copy(PROGRAM, folder)
+    shutil.copy(pathlib.Path(__file__).with_name("stranger.py"), folder / "tessary-widgets")
+    (folder / "real").write_text(str(WIDGETS))
+
+    def act(words):
+        (folder / "next").write_text(words)
+        (folder / "next").rename(folder / "acts")
+
+    expect("--add alarms", 0, "1\n")
+    act("silent good")
+    asking = room.screen.start([desktop, "--add", "alarms"])
+    until(lambda: (folder / "acts").read_text() == "good", "its question for the widgets")
+    room.start(program=desktop)
+    room.until_card(*FIRST)
+    assert room.desktop.poll() is None, "a call has taken the desktop's place"
+    asking.kill()
+    good = room.look(*FIRST_NUMBER)
+    for misdeed, noted in MISDEEDS.items():
+        (folder / "good").unlink()
+        act(f"{misdeed} good")
+        expect("--reload", 0)
+        room.until_noted(noted)
+        until((folder / "good").exists, f"a good answer after {misdeed}")
+        assert room.look(*FIRST_NUMBER) == good, f"the picture after {misdeed}"
+    room.until_noted("extension: no␛paper\n")
+    room.until_noted(" bytes more left out\n")
+    opens_its_own_links_alone(room, act)
+    act("ends")
+    expect("--reload", 0)
+    because = "This widget could not be brought up to date: the extension ended without an answer"
+    room.until_said(because, "Alarms firing")
+    room.until_other(good, FIRST_NUMBER, "a dimmed number")
+    later = "the widget is added, but cannot be shown yet: the extension ended without an answer"
+    expect("--add alarms", 0, "2\n", later)
+    act("good")
+    room.screen.click(100, 100)
+    room.until_again(good, FIRST_NUMBER, "the number, no longer dimmed")
+    expect("--remove 1", 0)
+    expect("--remove 2", 0)
+    expect("--quit", 0)
+    room.end()
+
+
+def opens_its_own_links_alone(room, act):
+    refused = "tessary-widgets-desktop: file:/// is not opened: only tessary: links are\n"
+    for link, said, opened in (
+        ("file:///", (1, "", refused), "\n"),
+        ("TESSARY://x", (0, "", ""), "\nTESSARY://x\n"),
+        ("none", (0, "", ""), "\n\n"),
+    ):
+        act(f"{link} good")
+        expect("--reload", 0)
+        done = lambda: call("--open", "1") == said and room.opened.read_text().endswith(opened)
+        until(done, f"what opening {link} leads to")
+    assert "file:" not in room.opened.read_text()
+
+
 def draws_sharply(room):
     room.screen.refine()
     expect("--add metric", 0, "1\n")
@@ -298,6 +370,7 @@ def story(room):
     comes_back_with_its_monitor(room)
     starts_again(room, logind)
     follows_its_dictionary(room, logind)
+    survives_a_stranger(room)
     draws_sharply(room)
 
 

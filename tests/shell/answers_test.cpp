@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <map>
 
+#include "extension/widget_lookup.h"
 #include "shell/tessary_widgets.h"
 #include "support/container.h"
 #include "support/golden.h"
@@ -70,10 +71,11 @@ std::string answered(const std::string& line) {
     };
     put(file(asked[1], widget.intent.has_value()));
     if (asked[2] == "entities") return offered(*widget.intent);
-    const auto choice = asked[4] == "-" ? std::nullopt : std::optional{unescaped(asked[4])};
+    const auto request = *foundation::parse<Request>(asked[2]);
+    auto choice = asked[4] == "-" ? std::nullopt : std::optional{unescaped(asked[4])};
+    if (choice == "default") choice = extension::configured(widget, request, {});
     tick = asked[2] == "timeline" ? 7 : 0;
-    const auto answer =
-        widget.answer(*foundation::parse<Request>(asked[2]), {{}, asked[3] == "gallery", choice});
+    const auto answer = widget.answer(request, {{}, asked[3] == "gallery", choice});
     put("");  // what was read stays
     std::string all = std::to_string(reads) + " read\n";
     for (const WidgetEntry& entry : answer.entries) all += told(entry, widget);
@@ -82,6 +84,19 @@ std::string answered(const std::string& line) {
 }
 
 TEST(Answers, AreOfOneReadingEachJudgedAtItsOwnDate) { expectTranscript("answers.txt", answered); }
+
+/// Compared one with the other, these would take minutes.
+TEST(Answers, FindTheFirstOfManyPinsAmongMany) {
+    std::vector<std::string> composed, decomposed;
+    for (int i = 0; i < 40'000; ++i) {
+        composed.push_back("\u00E9" + std::to_string(i / 2));
+        decomposed.push_back("e\u0301" + std::to_string(i));
+    }
+    const Container container;
+    container.put("metrics", examplePins(composed));
+    const auto found = TessaryWidgets{container.source()}.body().at(1).intent->entities(decomposed);
+    for (std::size_t i = 0; i < 20'000; ++i) ASSERT_EQ(found[i].name, "#" + std::to_string(2 * i));
+}
 
 }  // namespace
 }  // namespace tessary::shell

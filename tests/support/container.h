@@ -13,7 +13,7 @@ inline const std::string exampleAlarms =
 inline std::string examplePins(const std::vector<std::string>& ids, int schema = 1) {
     std::string pins;
     for (std::size_t i = 0; i < ids.size(); ++i)
-        pins += (i == 0 ? "" : ",") + std::string{R"({"id":")"} + ids[i] + R"(","label":"#)" +
+        pins += std::string{i == 0 ? "" : ","} + R"({"id":")" + ids[i] + R"(","label":"#)" +
                 std::to_string(i) + R"(","profile":"prod","region":"eu-west-1","alarmName":"",)" +
                 R"("namespace":"n","metricName":"CPU","stat":"Sum","periodSeconds":60,)" +
                 R"("reason":"","points":[],"authExpired":false})";

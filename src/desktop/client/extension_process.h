@@ -7,16 +7,23 @@
 // with anything but the reply that is due is started anew, and what it left unanswered is asked
 // again: the first time at once, then after a pause that doubles. Every question is answered in the
 // end, unless the extension is dropped before; where patience has an end, too, by an error.
+//
+// It is a stranger's process: what it writes is read up to limits, and what passes one is a failure
+// like any other. Its standard error is passed on line by line (complaints.h).
 #pragma once
 
 #include <chrono>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
+#include "desktop/client/complaints.h"
 #include "desktop/client/extension.h"
 #include "desktop/glib/timer.h"
 
@@ -49,7 +56,12 @@ public:
     /// Starts a process if none runs.
     void prepare() override;
 
+    void hurry() override;
+
     void moveTo(const std::optional<std::string>& timeZone) override;
+
+    /// Has each failure told, and that it is over, from the main loop.
+    void follow(std::function<void(const Trouble&)> told) { told_ = std::move(told); }
 
     /// Whether a process runs.
     bool running() const { return run_ != nullptr; }
@@ -63,9 +75,11 @@ private:
 
     void start();
     void end();
-    void take(const char* line, std::size_t size);
+    void take(std::string_view line);
     void ended();
     void fail(const std::string& why);
+    void tell();
+    void pauseFor(std::chrono::milliseconds pause);
     void giveUp(const std::string& why);
     void awaitReply();
 
@@ -74,10 +88,14 @@ private:
     std::deque<Question> waiting_{};
     std::shared_ptr<Run> run_{};
     std::vector<std::weak_ptr<Run>> dropped_{};  ///< may not have ended yet
-    glib::Timer idle_{}, reply_{}, pause_{};
+    std::shared_ptr<Allowance> complaints_{std::make_shared<Allowance>()};
+    std::vector<protocol::Widget> kinds_{};  ///< as last listed
+    glib::Timer idle_{}, reply_{}, pause_{}, telling_{};
     std::optional<std::string> timeZone_{};  ///< none: the process's own
     std::int64_t lastId_{};
-    int failures_{};  ///< since the last good reply
+    Trouble trouble_{};
+    std::chrono::steady_clock::time_point failedAt_{};
+    std::function<void(const Trouble&)> told_{};
 };
 
 }  // namespace tessary::client

@@ -1,6 +1,6 @@
 // What the desktop makes of the extension's replies (docs/protocol.md).
 //
-//     decodeReply(line, {.request = "timeline", ...})->timeline->entries.front().text
+//     decodeReply(line, {.request = "timeline", ...}, kinds)->timeline->entries.front().text
 #pragma once
 
 #include <cstdint>
@@ -40,14 +40,19 @@ struct Timeline {
 /// there may be none).
 struct Reply {
     std::int64_t id{};
-    std::optional<std::string> error{};
+    std::optional<std::string> error{};  ///< one line, fit to be shown
     std::optional<Timeline> timeline{};
     std::optional<protocol::Suggestions> pins{};  ///< without a default where ids were given
     std::vector<protocol::Widget> kinds{};
 };
 
-/// What a line without its newline says in answer to that request; a fault where it is no such
-/// reply, passes a limit, or has a picture that is no PNG or a widget without a size for a desktop.
-foundation::Result<Reply> decodeReply(std::string_view line, const Request& request);
+/// What a line without its newline says in answer to that request, the extension having listed
+/// those kinds. A fault where it is no such reply, passes a limit, or has
+///   - a timeline of no entries or of more than there are,
+///   - a picture that is no PNG of exactly the pixels that were asked for; as long as no list tells
+///     how many these are, of more than a widget can have,
+///   - a widget without a size for a desktop.
+foundation::Result<Reply> decodeReply(std::string_view line, const Request& request,
+                                      const std::vector<protocol::Widget>& kinds);
 
 }  // namespace tessary::client

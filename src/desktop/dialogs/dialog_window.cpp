@@ -70,6 +70,17 @@ void DialogWindow::setTitle(const std::string& title) {
 }
 
 void DialogWindow::setStatus(const std::string& text) {
+    said_ = text;
+    showStatus();
+}
+
+void DialogWindow::setTrouble(const std::string& why) {
+    trouble_ = why;
+    showStatus();
+}
+
+void DialogWindow::showStatus() {
+    const auto& text = trouble_.empty() ? said_ : trouble_;
     gtk_label_set_text(GTK_LABEL(status_), shortened(text).c_str());
     gtk_widget_set_visible(status_, !text.empty());
 }

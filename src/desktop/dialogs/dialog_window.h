@@ -41,6 +41,9 @@ public:
     /// The quiet line at the top; none for an empty text.
     void setStatus(const std::string& text);
 
+    /// What stands there instead, until it is empty again.
+    void setTrouble(const std::string& why);
+
     /// Adds below all others; one of them may grow.
     void add(GtkWidget* widget, bool grows);
 
@@ -52,7 +55,10 @@ public:
     GtkWidget* widget() const { return window_; }
 
 private:
+    void showStatus();
+
     std::function<void()> closed_;
+    std::string said_{}, trouble_{};
     GtkWidget* window_{gtk_window_new(GTK_WINDOW_TOPLEVEL)};
     GtkWidget* box_{gtk_box_new(GTK_ORIENTATION_VERTICAL, 12)};
     GtkWidget* status_{startLabel("", true)};

@@ -26,6 +26,7 @@ public:
             malloc_trim(0);  // the desktop will not need that much again for long
         };
         if (!gallery_) gallery_ = makeGallery(extension_, {events_.added, closed});
+        gallery_->setTrouble(trouble_);
         gallery_->present();
     }
 
@@ -38,6 +39,7 @@ public:
         };
         auto& editor = editors_[number];
         if (!editor) editor = makeEditor(extension_, widget.kind, widget.pin, {chosen, closed});
+        editor->setTrouble(trouble_);
         editor->present();
     }
 
@@ -52,9 +54,16 @@ public:
         for (const auto& [number, editor] : editors_) editor->reload();
     }
 
+    void setTrouble(const std::string& why) override {
+        trouble_ = why;
+        if (gallery_) gallery_->setTrouble(why);
+        for (const auto& [number, editor] : editors_) editor->setTrouble(why);
+    }
+
 private:
     Extension& extension_;
     Events events_;
+    std::string trouble_{};
     std::unique_ptr<Dialog> gallery_{};
     std::map<int, std::unique_ptr<Dialog>> editors_{};  ///< by the widget's number
 };

@@ -38,6 +38,9 @@ public:
 
     /// Lets what is open ask for everything anew.
     virtual void reload() = 0;
+
+    /// Lets what is open, now or later, say why nothing is answered; an empty text takes that back.
+    virtual void setTrouble(const std::string& why) = 0;
 };
 
 /// Windows of an open display.

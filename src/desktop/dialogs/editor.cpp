@@ -62,6 +62,7 @@ public:
 
     void present() override { dialog_.present(); }
     void reload() override { inquiry_.start(); }
+    void setTrouble(const std::string& why) override { dialog_.setTrouble(why); }
 
 private:
     void addSearch() {

@@ -48,6 +48,7 @@ public:
 
     void present() override { dialog_.present(); }
     void reload() override { inquiry_.start(); }
+    void setTrouble(const std::string& why) override { dialog_.setTrouble(why); }
 
 private:
     /// A widget in one of its sizes.
@@ -72,11 +73,12 @@ private:
                               .widget = offer.kind,
                               .family = offer.family.name,
                               .scale = scaleOf(dialog_.widget()),
-                              .preview = true};
+                              .preview = true,
+                              .display = false};
         // The offers are replaced by a list's answer alone, for which all these have been awaited.
         inquiry_.ask(request, [this, &offer](const Reply& reply) {
             if (reply.error) return dialog_.setStatus(*reply.error);
-            if (!reply.timeline || reply.timeline->entries.empty()) return;
+            if (!reply.timeline) return;
             const auto& entry = reply.timeline->entries.front();
             const auto pixels = decode(entry.picture, offer.family.size);
             if (pixels) gtk_image_set_from_surface(GTK_IMAGE(offer.image), pixels.get());

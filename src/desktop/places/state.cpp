@@ -1,6 +1,8 @@
 #include "desktop/places/state.h"
 
 #include <algorithm>
+#include <fcntl.h>
+#include <sys/file.h>
 #include <system_error>
 
 #include "desktop/glib/note.h"
@@ -88,6 +90,10 @@ namespace {
 
 constexpr std::int64_t largestSide = 10'000;
 
+/// Of some thousands of widgets.
+constexpr foundation::Limits fileLimits{
+    .bytes = std::size_t{16} << 20U, .depth = 16, .values = 100'000};
+
 bool isWithin(std::int64_t value, std::int64_t least, std::int64_t most) {
     return value >= least && value <= most;
 }
@@ -147,6 +153,17 @@ Result<void> setAside(const fs::path& file) {
 
 }  // namespace
 
+FileLock::FileLock() {
+    const auto file = stateFile();
+    if (!file) return;
+    std::error_code error;
+    if (fs::create_directories(file->parent_path(), error))
+        fs::permissions(file->parent_path(), fs::perms::owner_all, error);
+    folder_ =
+        system::Descriptor{::open(file->parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+    system::uninterrupted([this] { return ::flock(folder_.number(), LOCK_EX); });
+}
+
 Result<fs::path> stateFile() {
     if (const auto folder = system::settingsFolder())
         return *folder / "tessary-widgets/desktop.json";
@@ -160,7 +177,7 @@ std::string encodeWidgets(const std::vector<PlacedWidget>& widgets) {
 }
 
 std::optional<std::vector<PlacedWidget>> decodeWidgets(std::string_view text) {
-    const auto all = foundation::decodeJSON<StoredWidgets>(text);
+    const auto all = foundation::decodeJSON<StoredWidgets>(text, fileLimits);
     if (!all) return std::nullopt;
     std::vector<PlacedWidget> widgets;
     for (const auto& from : all->widgets) {

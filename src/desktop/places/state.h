@@ -25,8 +25,19 @@
 
 #include "desktop/places/placed_widget.h"
 #include "platform/foundation/result.h"
+#include "platform/system/files.h"
 
 namespace tessary::places {
+
+/// While this is there, no other that holds one changes the file; waits for those that do. Where
+/// its folder can neither be found nor made, it holds nothing.
+class FileLock {
+public:
+    FileLock();
+
+private:
+    system::Descriptor folder_{};
+};
 
 /// $XDG_CONFIG_HOME/tessary-widgets/desktop.json, by default below ~/.config.
 foundation::Result<std::filesystem::path> stateFile();

@@ -6,13 +6,15 @@
 //     card->show(entry);
 //
 // It is dragged with the pointer or moved by the arrow keys; a click, Enter or the space bar open
-// its link, the other button or the menu key its menu.
+// its link or the host application, the other button or the menu key its menu.
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "desktop/client/messages.h"
 #include "desktop/places/kinds.h"
+#include "platform/foundation/result.h"
 
 namespace tessary::windows {
 
@@ -21,7 +23,8 @@ public:
     /// What it tells; each is called from the main loop and has to be there.
     struct Events {
         std::function<void()> scaleChanged{};
-        std::function<void()> closed{};  ///< by the compositor; to be placed again, or to leave
+        std::function<void()> clicked{};  ///< or what does the same on the keyboard
+        std::function<void()> closed{};   ///< by the compositor; to be placed again, or to leave
         std::function<void(const places::Place&)> moved{};
         std::function<void(const places::Family&)> familyChosen{};
         std::function<void()> editChosen{};
@@ -49,8 +52,12 @@ public:
     /// is the same as before is not drawn again.
     virtual void show(const client::Entry& entry) = 0;
 
-    /// Opens the link of the entry that is shown; nothing without one.
-    virtual void openLink() = 0;
+    /// Says itself that it could not be brought up to date, and why: what it shows is dimmed. An
+    /// empty text takes that back.
+    virtual void setTrouble(const std::string& why) = 0;
+
+    /// Opens the link of the entry that is shown, without one the host application.
+    virtual foundation::Result<void> openLink() = 0;
 };
 
 }  // namespace tessary::windows

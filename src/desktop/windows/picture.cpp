@@ -41,11 +41,12 @@ Surface decode(const Picture& picture, Size points) {
     return pixels;
 }
 
-void paint(cairo_t* cairo, const Picture& picture, Size points, double opacity) {
+bool paint(cairo_t* cairo, const Picture& picture, Size points, double opacity) {
     const auto pixels = decode(picture, points);
-    if (!pixels) return;
+    if (!pixels) return false;
     cairo_set_source_surface(cairo, pixels.get(), 0, 0);
     cairo_paint_with_alpha(cairo, opacity);
+    return true;
 }
 
 }  // namespace tessary::windows

@@ -9,21 +9,28 @@
 #include "desktop/glib/note.h"
 #include "desktop/glib/timer.h"
 #include "desktop/windows/card_menu.h"
+#include "desktop/windows/host.h"
 #include "desktop/windows/layer_shell.h"
 #include "desktop/windows/monitors.h"
 #include "desktop/windows/picture.h"
 #include "desktop/windows/widget_drag.h"
+#include "platform/foundation/visible_text.h"
 
 namespace tessary::windows {
 
 using namespace glib;
 using namespace places;
 using namespace client;
+using foundation::Result;
+using foundation::visible;
 
 namespace {
 
 constexpr std::chrono::milliseconds monitorsSettle{100};
 constexpr double cornerRadius = 22;  // of a card, in points
+constexpr int margin = 16;           // of words on a card
+constexpr double dimmed = 0.4;
+constexpr std::size_t mostSpoken = 10'000;
 
 void makeDesktopWindow(GtkWindow* window) {
     gtk_window_set_type_hint(window, GDK_WINDOW_TYPE_HINT_DESKTOP);
@@ -92,21 +99,29 @@ public:
 
     void setKind(const Kind& kind) override {
         kind_ = kind;
-        gtk_window_set_title(window_, kind.displayName.c_str());
-        atk_object_set_name(gtk_widget_get_accessible(widget_), kind.displayName.c_str());
+        const auto name = visible(kind.displayName);
+        gtk_window_set_title(window_, name.c_str());
+        atk_object_set_name(gtk_widget_get_accessible(widget_), name.c_str());
     }
 
     int scale() const override { return scaleOf(widget_); }
 
     void show(const Entry& next) override {
         const auto before = std::exchange(entry_, next);
-        if (before.text != entry_.text)
-            atk_object_set_description(gtk_widget_get_accessible(widget_), entry_.text.c_str());
-        if (!before.picture) return appear();
-        if (*before.picture != *entry_.picture) gtk_widget_queue_draw(widget_);
+        if (before.text != entry_.text) describe();
+        if (!before.picture) appear();
+        if (!before.picture || *before.picture != *entry_.picture) gtk_widget_queue_draw(widget_);
     }
 
-    void openLink() override { open(GDK_CURRENT_TIME); }
+    void setTrouble(const std::string& why) override {
+        if (std::exchange(trouble_, why) == why) return;
+        describe();
+        showTooltip();
+        appear();
+        gtk_widget_queue_draw(widget_);
+    }
+
+    Result<void> openLink() override { return open(GDK_CURRENT_TIME); }
 
 private:
     void connectPointer() {
@@ -130,9 +145,24 @@ private:
 
     void draw(cairo_t* cairo) const {
         clear(cairo);
-        paint(cairo, entry_.picture, family_.size);
+        if (!paint(cairo, entry_.picture, family_.size, trouble_.empty() ? 1 : dimmed))
+            drawWords(cairo, trouble_.empty() ? "The picture is damaged" : trouble_);
         if (gtk_window_has_toplevel_focus(window_) && gtk_window_get_focus_visible(window_))
             drawFocus(cairo);
+    }
+    /// Where there is no picture: a card with what there is to say.
+    void drawWords(cairo_t* cairo, const std::string& words) const {
+        addCard(cairo, family_.size, 0);
+        cairo_set_source_rgb(cairo, 0.2, 0.2, 0.2);
+        cairo_fill(cairo);
+        const Object<PangoLayout> layout{
+            gtk_widget_create_pango_layout(widget_, visible(words).c_str())};
+        pango_layout_set_width(layout.get(), (family_.size.width - 2 * margin) * PANGO_SCALE);
+        pango_layout_set_height(layout.get(), (family_.size.height - 2 * margin) * PANGO_SCALE);
+        pango_layout_set_ellipsize(layout.get(), PANGO_ELLIPSIZE_END);
+        cairo_set_source_rgb(cairo, 0.8, 0.8, 0.8);
+        cairo_move_to(cairo, margin, margin);
+        pango_cairo_show_layout(cairo, layout.get());
     }
     /// A ring along the card's edge.
     void drawFocus(cairo_t* cairo) const {
@@ -174,7 +204,7 @@ private:
         if (event.button != GDK_BUTTON_PRIMARY || !drag_) return;
         const auto dropped = drag_->place();
         drag_.reset();
-        dropped ? events_.moved(*dropped) : open(event.time);
+        dropped ? events_.moved(*dropped) : click(event.time);
     }
     void putBack() {
         if (drag_ && drag_->place() && !drag_->hasGrid()) goTo(place_);
@@ -194,7 +224,7 @@ private:
         switch (event.keyval) {
             case GDK_KEY_Return:
             case GDK_KEY_KP_Enter:
-            case GDK_KEY_space: open(event.time); return true;
+            case GDK_KEY_space: click(event.time); return true;
             case GDK_KEY_Escape: putBack(); return true;
             case GDK_KEY_Left: step(-gridStep, 0); return true;
             case GDK_KEY_Right: step(gridStep, 0); return true;
@@ -233,26 +263,31 @@ private:
         hold(GTK_LAYER_SHELL_EDGE_TOP, GTK_LAYER_SHELL_EDGE_BOTTOM, where.y);
     }
 
-    void appear() { gtk_widget_set_visible(widget_, placed_ && entry_.picture); }
-
-    void open(guint32 time) {
-        if (!entry_.url) return;
-        const Text scheme{g_uri_parse_scheme(entry_.url->c_str())};
-        const Object<GAppInfo> program{scheme ? g_app_info_get_default_for_uri_scheme(scheme.get())
-                                              : nullptr};
-        Fault fault;
-        // Without a parent: on Wayland it would be exported, and a compositor ends whoever exports
-        // a layer surface.
-        if (!program)
-            complain("no program is installed that opens " + *entry_.url);
-        else if (!gtk_show_uri_on_window(nullptr, entry_.url->c_str(), time, fault.out()))
-            complain(*entry_.url + " cannot be opened: " + fault.message());
-        else
-            gtk_widget_set_tooltip_text(widget_, nullptr);
+    void appear() {
+        gtk_widget_set_visible(widget_, placed_ && (entry_.picture || !trouble_.empty()));
     }
-    void complain(const std::string& words) const {
-        note(words);
-        gtk_widget_set_tooltip_text(widget_, words.c_str());
+
+    /// For a screen reader.
+    void describe() const {
+        const auto words = trouble_.empty() ? entry_.text : trouble_ + "\n" + entry_.text;
+        const auto size = static_cast<gssize>(std::min(words.size(), mostSpoken));
+        const Text text{g_utf8_make_valid(words.c_str(), size)};
+        atk_object_set_description(gtk_widget_get_accessible(widget_), text.get());
+    }
+
+    void click(guint32 time) {
+        events_.clicked();
+        if (const auto opened = open(time); !opened) note(opened.fault().message());
+    }
+    Result<void> open(guint32 time) {
+        auto opened = openHost(entry_.url, time);
+        complaint_ = opened ? "" : opened.fault().message();
+        showTooltip();
+        return opened;
+    }
+    void showTooltip() const {
+        const auto words = visible(complaint_.empty() ? trouble_ : complaint_);
+        gtk_widget_set_tooltip_text(widget_, words.empty() ? nullptr : words.c_str());
     }
 
     void openMenu(const GdkEvent* event) {
@@ -278,6 +313,8 @@ private:
     Timer closing_{};
     bool layered_{hasLayerShell()};
     Entry entry_{};
+    std::string trouble_{};    ///< why it could not be brought up to date
+    std::string complaint_{};  ///< why the last click opened nothing
     Kind kind_{};
     Family family_{};
     Place place_{};

@@ -9,7 +9,6 @@
 #include "platform/drawing/card.h"
 #include "platform/drawing/release.h"
 #include "platform/drawing/symbols.h"
-#include "platform/drawing/thinned_path.h"
 
 namespace tessary::drawing {
 
@@ -190,7 +189,7 @@ private:
     void draw(const Element& element, const views::PathElement& path) {
         const Saved saved{cr_};
         cairo_translate(cr_, element.frame.minX(), element.frame.minY());
-        trace(cr_, thinned(path.path, list_.scale));
+        trace(cr_, path.path);
         std::visit([&](const auto& paint) { apply(paint, element.frame.size.height); }, path.paint);
     }
 

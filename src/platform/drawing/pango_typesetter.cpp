@@ -7,6 +7,7 @@
 #include <pango/pangofc-font.h>
 #include <pango/pangofc-fontmap.h>
 #include <pango/pangoft2.h>
+#include <stdexcept>
 #include <tuple>
 #include <utility>
 
@@ -218,9 +219,10 @@ private:
 
     PangoContext* machineContext() {
         if (machineContext_) return machineContext_.get();
+        FcConfig* const fonts = machineFonts();
         machine_.reset(pango_ft2_font_map_new());
         PangoFcFontMap* const map = PANGO_FC_FONT_MAP(machine_.get());
-        pango_fc_font_map_set_config(map, machineFonts());
+        pango_fc_font_map_set_config(map, fonts);
         pango_fc_font_map_set_default_substitute(map, withoutHinting, nullptr, nullptr);
         machineContext_.reset(pango_font_map_create_context(machine_.get()));
         pango_context_set_round_glyph_positions(machineContext_.get(), FALSE);
@@ -343,7 +345,10 @@ views::Path GlyphRun::outline() const {
 }
 
 PangoTypesetter::PangoTypesetter(std::string_view locale)
-    : shaper_(std::make_unique<Shaper>(locale)) {}
+    : shaper_(std::make_unique<Shaper>(locale)) {
+    const auto fonts = haveFonts();
+    if (!fonts) throw std::runtime_error{fonts.fault().message()};
+}
 PangoTypesetter::~PangoTypesetter() = default;
 
 double PangoTypesetter::width(std::string_view text, const Font& font) {

@@ -49,7 +49,8 @@ struct GlyphLine {
 /// Measures and sets type, remembering each line. For one thread at a time.
 class PangoTypesetter final : public views::Typesetter {
 public:
-    /// `locale` ("ja_JP") decides between regional forms of the same characters.
+    /// `locale` ("ja_JP") decides between regional forms of the same characters. Throws
+    /// std::runtime_error where no font can be read.
     explicit PangoTypesetter(std::string_view locale);
     ~PangoTypesetter() override;
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <optional>
 
 namespace tessary::drawing {
 
@@ -34,28 +35,36 @@ struct Group {
     }
 };
 
-std::vector<Group> grouped(const std::vector<Point>& corners, double columnsPerPoint) {
-    std::vector<Group> groups;
+/// Hands every group of corners to `use`, in order; there may be as many as corners.
+template <class Use>
+void eachGroup(const std::vector<Point>& corners, double columnsPerPoint, const Use& use) {
+    std::optional<Group> group;
     for (const Point& corner : corners) {
         const double column = std::floor(corner.x * columnsPerPoint);
-        if (groups.empty() || groups.back().column != column)
-            groups.push_back({column, corner, corner, corner, corner});
-        else
-            groups.back().include(corner);
+        if (group && group->column == column) {
+            group->include(corner);
+            continue;
+        }
+        if (group) use(*group);
+        group = Group{column, corner, corner, corner, corner};
     }
-    return groups;
+    if (group) use(*group);
 }
 
 /// Adds a line through corners to a path, whose first corner starts it.
 void addLine(Path& path, const std::vector<Point>& corners, double scale) {
     constexpr double columnsPerPixel = 2;
-    const std::vector<Group> groups = grouped(corners, columnsPerPixel * scale);
-    const std::size_t step = 1 + groups.size() / manyCommands;
+    std::size_t groups = 0;
+    eachGroup(corners, columnsPerPixel * scale, [&](const Group&) { ++groups; });
+    const std::size_t step = 1 + groups / manyCommands;
     path.move(corners.front());
     Point at = corners.front();
-    for (std::size_t i = 0; i < groups.size(); i += step)
-        for (const Point& corner : groups[i].corners())
+    std::size_t index = 0;
+    eachGroup(corners, columnsPerPixel * scale, [&](const Group& group) {
+        if (index++ % step != 0) return;
+        for (const Point& corner : group.corners())
             if (corner != at) path.line(at = corner);
+    });
     if (at != corners.back()) path.line(corners.back());
 }
 

@@ -35,17 +35,25 @@ bool appendFour(std::string& bytes, std::string_view group) {
     return group.size() > 1 && (bits & 0xFFFFFFU) == 0;
 }
 
+/// Writes the first `count` of the four digits that stand for three bytes.
+void writeFour(char* to, std::string_view bytes, std::size_t count) {
+    const auto byte = [&](std::size_t i) -> std::uint32_t {
+        return static_cast<unsigned char>(bytes[i]);
+    };
+    const std::uint32_t bits = byte(0) << 16U | byte(1) << 8U | byte(2);
+    for (std::size_t i = 0; i < count; ++i) to[i] = alphabet[bits >> (18 - 6 * i) & 63U];
+}
+
 }  // namespace
 
 void appendBase64(std::string& text, std::string_view bytes) {
-    for (std::size_t at = 0; at < bytes.size(); at += 3) {
-        const std::size_t count = std::min<std::size_t>(bytes.size() - at, 3);
-        std::uint32_t group = 0;
-        for (std::size_t i = 0; i < 3; ++i)
-            group = group << 8U | (i < count ? static_cast<unsigned char>(bytes[at + i]) : 0U);
-        for (std::size_t i = 0; i < 4; ++i)
-            text += i <= count ? alphabet[group >> (18 - 6 * i) & 63U] : '=';
-    }
+    const std::size_t start = text.size();
+    text.resize(start + (bytes.size() + 2) / 3 * 4, '=');
+    char* to = text.data() + start;
+    for (; bytes.size() >= 3; bytes.remove_prefix(3), to += 4) writeFour(to, bytes, 4);
+    if (bytes.empty()) return;
+    const std::array<char, 3> last{bytes.front(), bytes.size() == 2 ? bytes.back() : '\0', '\0'};
+    writeFour(to, {last.data(), last.size()}, bytes.size() + 1);
 }
 
 std::string base64(std::string_view bytes) {

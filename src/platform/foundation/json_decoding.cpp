@@ -176,8 +176,9 @@ void appendPointerToken(std::string& pointer, std::string_view token) {
 /// for the ones that nobody asked for. Each event answers whether to go on.
 class Decoder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Decoder> {
 public:
-    Decoder(const TextStream& stream, const Shape& root, void* record, const Limits& limits)
-        : stream_(stream), root_(root), record_(record), limits_(limits) {}
+    Decoder(const TextStream& stream, const Shape& root, void* record, const Limits& limits,
+            const UnreadKeys& unread)
+        : stream_(stream), root_(root), record_(record), limits_(limits), unread_(unread) {}
 
     bool Null() {
         return scalar([&] { return (isInRecord() && member().nullable) || mismatch("null"); });
@@ -328,13 +329,18 @@ private:
             const auto index = (record.next + step) % members.size();
             if (members[index].key != key) continue;
             const auto bit = std::uint64_t{1} << index;
-            if ((record.seen & bit) != 0) break;
+            if ((record.seen & bit) != 0) return leaveUnread(key, true);
             record.seen |= bit;
             record.next = index + 1;
-            if (members[index].shape->kind == Kind::any) break;
+            if (members[index].shape->kind == Kind::any) return startSkipping(key);
             record.index = index;
             return;
         }
+        leaveUnread(key, false);
+    }
+
+    void leaveUnread(std::string_view key, bool isRepeated) {
+        if (unread_) unread_({key, stream_.tokenOffset(), isRepeated, open_.back().shape->members});
         startSkipping(key);
     }
 
@@ -385,6 +391,7 @@ private:
     const Shape& root_;
     void* record_;
     const Limits& limits_;
+    const UnreadKeys& unread_;
     std::size_t values_{};
     std::vector<Open> open_{};
     std::size_t skippedDepth_{};               ///< lists and objects open below the skipped key
@@ -395,7 +402,7 @@ private:
 }  // namespace
 
 std::optional<DecodingFault> decode(std::string_view text, const Shape& shape, void* record,
-                                    const Limits& limits) {
+                                    const Limits& limits, const UnreadKeys& unread) {
     const std::size_t parsers = std::numeric_limits<rapidjson::SizeType>::max();
     if (const auto most = std::min(limits.bytes, parsers); text.size() > most)
         return DecodingFault{"", "at most " + std::to_string(most) + " bytes", "more", 0};
@@ -404,7 +411,7 @@ std::optional<DecodingFault> decode(std::string_view text, const Shape& shape, v
                                rapidjson::kParseValidateEncodingFlag |
                                rapidjson::kParseIterativeFlag;
     TextStream stream{text};
-    Decoder decoder{stream, shape, record, limits};
+    Decoder decoder{stream, shape, record, limits, unread};
     rapidjson::Reader reader;
     const auto result = reader.Parse<rules>(stream, decoder);
     if (auto fault = decoder.takeFault()) return fault;

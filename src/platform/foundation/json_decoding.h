@@ -27,9 +27,9 @@
 // Rules: RFC 8259 to the letter, checked for the whole text, unknown keys' values included; UTF-8
 // valid, surrogate escapes paired, no byte order mark, nothing but white space after the value,
 // nesting at most 512 deep or what the caller's limits allow. Keys match exactly and come in any
-// order; of a repeated key the first counts; unknown keys are ignored. A number is an integer when
-// its value is (300.0, 3e2), read exactly; a double takes any number that does not overflow, and is
-// zero for one too small for it.
+// order; of a repeated key the first counts; unknown keys are ignored; whoever asks is told of
+// both. A number is an integer when its value is (300.0, 3e2), read exactly; a double takes any
+// number that does not overflow, and is zero for one too small for it.
 #pragma once
 
 #include <array>
@@ -258,20 +258,42 @@ struct Maker {
     static constexpr Shape make() { return {.kind = Kind::record, .members = members}; }
 };
 
+}  // namespace shapes
+
+/// A key that fills nothing: no member has it, or an earlier one of its object was the same.
+struct UnreadKey {
+    std::string_view key{};
+    std::size_t offset{};  ///< bytes from the start of the text to its quotation mark
+    bool isRepeated{};
+    std::span<const shapes::Member> members{};  ///< those that there are
+};
+/// Is told of each on the way, in the text's order, as far as the decoding comes.
+using UnreadKeys = std::function<void(const UnreadKey&)>;
+
+namespace shapes {
+
 /// Fills `record`, which must be of the type that `shape` describes; on a fault it is left half
 /// filled.
 std::optional<DecodingFault> decode(std::string_view text, const Shape& shape, void* record,
-                                    const Limits& limits);
+                                    const Limits& limits, const UnreadKeys& unread);
 
 }  // namespace shapes
+
+/// Fills a record from a whole text. What was read before a fault stays in it.
+template <TableRecord Record>
+std::optional<DecodingFault> fillFromJSON(Record& record, std::string_view text,
+                                          const Limits& limits = {},
+                                          const UnreadKeys& unread = {}) {
+    return shapes::decode(text, shapes::shapeOf<Record>, &record, limits, unread);
+}
 
 /// Decodes one record from a whole text. Bad input never throws and never recurses. Beside the
 /// record itself it takes memory for the longest text value.
 template <TableRecord Record>
-Result<Record, DecodingFault> decodeJSON(std::string_view text, const Limits& limits = {}) {
+Result<Record, DecodingFault> decodeJSON(std::string_view text, const Limits& limits = {},
+                                         const UnreadKeys& unread = {}) {
     Record record{};
-    if (auto fault = shapes::decode(text, shapes::shapeOf<Record>, &record, limits))
-        return *std::move(fault);
+    if (auto fault = fillFromJSON(record, text, limits, unread)) return *std::move(fault);
     return record;
 }
 

@@ -60,6 +60,8 @@ JSONWriter& JSONWriter::end(char closing) {
 }
 
 void JSONWriter::separate() {
+    constexpr std::size_t much = 1U << 20U;  // bytes, more than most documents have
+    if (sink_ && text_.size() >= much) sink_(std::exchange(text_, std::string{}));
     if (std::exchange(isAfterKey_, false)) return;
     if (!std::exchange(isFirst_, false)) text_ += ',';
     if (depth_ > 0) startLine();

@@ -16,6 +16,7 @@
 
 #include <concepts>
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -52,7 +53,11 @@ public:
     /// All on one line without spaces; or one member or element a line, indented by two spaces.
     enum class Style { compact, indented };
 
-    explicit JSONWriter(Style style = Style::compact) : style_(style) {}
+    /// Is handed the text from time to time, so that a long one is never held as a whole.
+    using Sink = std::function<void(std::string)>;
+
+    explicit JSONWriter(Style style = Style::compact, Sink sink = {})
+        : style_(style), sink_(std::move(sink)) {}
 
     /// An object, whose members `body()` writes.
     template <std::invocable Body>
@@ -88,6 +93,7 @@ public:
         return *this;
     }
 
+    /// All of it, or what no sink has been handed yet.
     const std::string& text() const& { return text_; }
     std::string text() && { return std::move(text_); }
 
@@ -115,6 +121,7 @@ private:
     JSONWriter& quoted(const Bytes& bytes);
 
     Style style_{};
+    Sink sink_{};
     std::string text_{};
     std::size_t depth_{};
     bool isFirst_{true};  ///< nothing stands in the innermost object or array yet
@@ -172,10 +179,11 @@ JSONWriter& JSONWriter::value(const Value& value) {
     return *this;
 }
 
-/// One value as a document.
+/// One value as a document; with a sink, what is left of it in the end.
 template <class Value>
-std::string toJSON(const Value& value, JSONWriter::Style style = JSONWriter::Style::compact) {
-    JSONWriter json{style};
+std::string toJSON(const Value& value, JSONWriter::Style style = JSONWriter::Style::compact,
+                   JSONWriter::Sink sink = {}) {
+    JSONWriter json{style, std::move(sink)};
     json.value(value);
     return std::move(json).text();
 }

@@ -1,11 +1,12 @@
 #include "platform/sandbox/file_broker.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
 #include <csignal>
-#include <cstring>
 #include <optional>
+#include <poll.h>
 #include <string>
 #include <string_view>
 #include <sys/prctl.h>
@@ -22,70 +23,43 @@ using system::Descriptor;
 
 namespace {
 
-/// A message of the channel: a path one way, a fault's reason or an open file the other.
-struct Message {
-    std::string text{};
-    Descriptor file{};
-};
+// A request is a path. Its answer is a message of the bytes' count, and then the bytes in messages
+// of their own; or one of `refusalMark` and a reason.
+constexpr char refusalMark = '!';
+constexpr std::size_t largestPart = std::size_t{64} << 10U;
 
-/// The room of one descriptor beside a message.
-union DescriptorRoom {
-    cmsghdr alignment;
-    std::array<char, CMSG_SPACE(sizeof(int))> bytes;
-};
-
-msghdr header(iovec& text, DescriptorRoom& room) {
-    msghdr result{};
-    result.msg_iov = &text;
-    result.msg_iovlen = 1;
-    result.msg_control = room.bytes.data();
-    result.msg_controllen = room.bytes.size();
-    return result;
+bool send(int channel, std::string_view part) {
+    return system::uninterrupted(
+               [&] { return ::send(channel, part.data(), part.size(), MSG_NOSIGNAL); }) >= 0;
 }
 
-bool send(int channel, std::string_view text, int file) {
-    iovec part{const_cast<char*>(text.data()), text.size()};
-    DescriptorRoom room{};
-    msghdr message = header(part, room);
-    if (file < 0) {
-        message.msg_control = nullptr;
-        message.msg_controllen = 0;
-    } else {
-        cmsghdr* beside = CMSG_FIRSTHDR(&message);
-        beside->cmsg_level = SOL_SOCKET;
-        beside->cmsg_type = SCM_RIGHTS;
-        beside->cmsg_len = CMSG_LEN(sizeof file);
-        std::memcpy(CMSG_DATA(beside), &file, sizeof file);
-    }
-    return system::uninterrupted([&] { return ::sendmsg(channel, &message, MSG_NOSIGNAL); }) >= 0;
+/// The length of the next message, or less than 1 when the other side is gone. Descriptors that
+/// come beside it are dropped.
+ssize_t receive(int channel, char* bytes, std::size_t size) {
+    return system::uninterrupted([&] { return ::read(channel, bytes, size); });
 }
 
-/// Nothing when the other side is gone.
-std::optional<Message> receive(int channel) {
-    Message result{std::string(PATH_MAX, '\0'), Descriptor{}};
-    iovec part{result.text.data(), result.text.size()};
-    DescriptorRoom room{};
-    msghdr message = header(part, room);
-    const ssize_t length =
-        system::uninterrupted([&] { return ::recvmsg(channel, &message, MSG_CMSG_CLOEXEC); });
-    if (length <= 0) return std::nullopt;
-    result.text.resize(static_cast<std::size_t>(length));
-    if (const cmsghdr* beside = CMSG_FIRSTHDR(&message)) {
-        int file = -1;
-        std::memcpy(&file, CMSG_DATA(beside), sizeof file);
-        result.file = Descriptor{file};
+std::string received(int channel, std::size_t longest) {
+    std::string text(longest, '\0');
+    text.resize(
+        static_cast<std::size_t>(std::max<ssize_t>(receive(channel, text.data(), text.size()), 0)));
+    return text;
+}
+
+void answer(int channel, const system::FileContents& contents) {
+    if (!contents) {
+        send(channel, refusalMark + contents.fault().message());
+        return;
     }
-    return result;
+    std::string_view rest = *contents;
+    bool isHeard = send(channel, std::to_string(rest.size()));
+    while (isHeard && !rest.empty()) {
+        isHeard = send(channel, rest.substr(0, largestPart));
+        rest.remove_prefix(std::min(rest.size(), largestPart));
+    }
 }
 
 Fault refused(int error) { return {std::system_category().message(error)}; }
-
-void answer(int channel, const foundation::Result<Descriptor>& opened) {
-    if (opened)
-        send(channel, "opened", opened->number());
-    else
-        send(channel, opened.fault().message(), -1);
-}
 
 /// Everything but the channel and standard error, where a sanitizer would speak.
 void closeAllBut(int channel) {
@@ -102,17 +76,18 @@ void closeAllBut(int channel) {
     ::prctl(PR_SET_NAME, "tessary-files");
     closeAllBut(channel);
     enterSandbox({});
-    while (const auto asked = receive(channel)) {
-        const std::filesystem::path path{asked->text};
-        answer(channel, mayOpen(path) ? system::openFile(path)
-                                      : foundation::Result<Descriptor>{refused(EPERM)});
+    for (;;) {
+        const std::filesystem::path path{received(channel, PATH_MAX)};
+        if (path.empty()) ::_exit(0);
+        answer(channel, mayOpen(path) ? system::readFile(path) : refused(EPERM));
     }
-    ::_exit(0);
 }
 
 }  // namespace
 
-FileBroker::FileBroker(const std::function<bool(const std::filesystem::path&)>& mayOpen) {
+FileBroker::FileBroker(const std::function<bool(const std::filesystem::path&)>& mayOpen,
+                       std::chrono::milliseconds patience)
+    : patience_(patience) {
     std::array<int, 2> ends{-1, -1};
     if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0)
         throw std::system_error{errno, std::system_category(), "cannot start the file broker"};
@@ -128,12 +103,30 @@ system::FileContents FileBroker::read(const std::filesystem::path& path) {
     if (path.empty()) return refused(ENOENT);
     if (path.native().size() > PATH_MAX) return refused(ENAMETOOLONG);
     const std::lock_guard turn{turn_};
-    const bool isAsked = send(channel_.number(), path.native(), -1);
-    const auto answer = isAsked ? receive(channel_.number()) : std::nullopt;
-    isGone_ = !answer;
-    if (!answer) return Fault{"the file broker is gone"};
-    if (answer->file.number() < 0) return Fault{answer->text};
-    return system::readFile(answer->file);
+    auto contents = isGone_ ? std::nullopt : asked(path.native());
+    isGone_ = !contents;
+    return contents ? *std::move(contents) : Fault{"the file broker is gone"};
+}
+
+std::optional<system::FileContents> FileBroker::asked(const std::string& path) const {
+    const int channel = channel_.number();
+    const std::string head = send(channel, path) && hears() ? received(channel, PATH_MAX) : "";
+    if (head.empty()) return std::nullopt;
+    if (head.front() == refusalMark) return Fault{head.substr(1)};
+    std::string bytes(std::stoul(head), '\0');
+    for (std::size_t length = 0; length < bytes.size();) {
+        const ssize_t count =
+            hears() ? receive(channel, bytes.data() + length, bytes.size() - length) : 0;
+        if (count <= 0) return std::nullopt;
+        length += static_cast<std::size_t>(count);
+    }
+    return bytes;
+}
+
+bool FileBroker::hears() const {
+    pollfd answer{channel_.number(), POLLIN, 0};
+    const auto most = static_cast<int>(patience_.count());
+    return system::uninterrupted([&] { return ::poll(&answer, 1, most); }) > 0;
 }
 
 }  // namespace tessary::sandbox

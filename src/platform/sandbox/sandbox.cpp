@@ -25,7 +25,7 @@ std::vector<std::string> enterSandbox(const SandboxRules& rules) {
     // The system calls last: they are what the other two are put in force by.
     note("end of new privileges", giveUpNewPrivileges());
     note("Landlock", restrictPaths(rules.readable));
-    note("seccomp", restrictSystemCalls());
+    note("seccomp", restrictSystemCalls(rules.readable ? Reader::ofNoOther : Reader::ofAnyFile));
     return open;
 }
 

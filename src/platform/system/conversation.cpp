@@ -18,8 +18,7 @@ constexpr std::size_t mostWaiting = std::size_t{4} << 20U;
 
 class Conversation {
 public:
-    Conversation(const Ends& ends, const std::function<std::string(const Line&)>& answer)
-        : ends_(ends), answer_(answer) {}
+    Conversation(const Ends& ends, const Answer& answer) : ends_(ends), answer_(answer) {}
 
     foundation::Result<void> hold() {
         while (state_) {
@@ -35,11 +34,15 @@ private:
     bool answerNext() {
         const std::optional<Line> line = lines_.next();
         if (!line) return false;
-        std::string reply = answer_(*line);
-        if (reply.empty()) return true;
-        text_ = std::move(reply) + '\n';
-        unsent_ = text_;
+        std::string rest = answer_(*line, [this](std::string part) { say(std::move(part)); });
+        if (!rest.empty()) say(std::move(rest) + '\n');
         return true;
+    }
+
+    void say(std::string text) {
+        while (state_ && !unsent_.empty()) waitAndMove();
+        text_ = std::move(text);
+        unsent_ = text_;
     }
 
     void waitAndMove() {
@@ -59,7 +62,8 @@ private:
 
     void receive() {
         std::array<char, 65536> bytes;
-        const ssize_t count = ::read(ends_.input, bytes.data(), bytes.size());
+        const auto most = std::min(bytes.size(), mostWaiting - lines_.waiting());
+        const ssize_t count = ::read(ends_.input, bytes.data(), most);
         if (count < 0 && errno == EINTR) return;
         if (count < 0) return fail("cannot read standard input");
         if (count > 0) return lines_.feed({bytes.data(), static_cast<std::size_t>(count)});
@@ -87,7 +91,7 @@ private:
     }
 
     Ends ends_;
-    const std::function<std::string(const Line&)>& answer_;
+    const Answer& answer_;
     LineCutter lines_{};
     std::string text_{};
     std::string_view unsent_{};  ///< of `text_`
@@ -111,8 +115,12 @@ void LineCutter::end() {
     if (open_ != Line{}) finish();
 }
 
+std::size_t LineCutter::room(const Line& line) {
+    return std::max(line.text.size() + 1, sizeof(Line));
+}
+
 void LineCutter::finish() {
-    waiting_ += open_.text.size() + sizeof(Line);
+    waiting_ += room(open_);
     lines_.push_back(std::exchange(open_, {}));
 }
 
@@ -120,12 +128,11 @@ std::optional<Line> LineCutter::next() {
     if (lines_.empty()) return std::nullopt;
     Line line = std::move(lines_.front());
     lines_.pop_front();
-    waiting_ -= line.text.size() + sizeof(Line);
+    waiting_ -= room(line);
     return line;
 }
 
-foundation::Result<void> hold(const Ends& ends,
-                              const std::function<std::string(const Line&)>& answer) {
+foundation::Result<void> hold(const Ends& ends, const Answer& answer) {
     return Conversation{ends, answer}.hold();
 }
 

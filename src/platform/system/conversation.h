@@ -1,6 +1,7 @@
 // A conversation in lines over two descriptors: what comes in on one is answered on the other.
 //
-//     hold({STDIN_FILENO, STDOUT_FILENO}, [](const Line& line) { return answerTo(line); });
+//     hold({STDIN_FILENO, STDOUT_FILENO},
+//          [](const Line& line, const Send&) { return answerTo(line); });
 #pragma once
 
 #include <cstddef>
@@ -33,10 +34,11 @@ public:
 
     /// The next whole line; none when more bytes are needed.
     std::optional<Line> next();
-    /// Bytes that wait in lines.
-    std::size_t waiting() const { return waiting_; }
+    /// Bytes that wait, in whole lines and behind them; a line counts as no less than it takes.
+    std::size_t waiting() const { return waiting_ + open_.text.size(); }
 
 private:
+    static std::size_t room(const Line& line);
     void finish();
 
     std::deque<Line> lines_{};
@@ -49,11 +51,16 @@ struct Ends {
     int output{};
 };
 
+/// Sends the beginning of an answer, or what follows what was sent before; returns when the other
+/// side has taken that.
+using Send = std::function<void(std::string)>;
+/// Returns the answer to a line, or what is left of one that is too long to be held as a whole.
+using Answer = std::function<std::string(const Line&, const Send&)>;
+
 /// Answers every line with one line, in order, until the input ends; an empty answer is not sent.
 /// Goes on reading while the other side does not take its answers, so that it may send many
 /// requests (4 MiB) before it reads the first reply. Fails where the input cannot be read, or
 /// nobody takes the output any more.
-foundation::Result<void> hold(const Ends& ends,
-                              const std::function<std::string(const Line&)>& answer);
+foundation::Result<void> hold(const Ends& ends, const Answer& answer);
 
 }  // namespace tessary::system

@@ -67,34 +67,32 @@ public:
     /// Why there is none, 0 if there is: EAGAIN where the file is open for writing, another where
     /// files like this cannot be leased.
     int refusal() const { return refusal_; }
-    /// Whether no writer has come to wait, who would be let in after a time.
-    bool isUndisturbed() const { return ::fcntl(file_, F_GETLEASE) == F_RDLCK; }
 
 private:
     int file_;
     int refusal_{};
 };
 
-constexpr int mostAttempts = 25;
-constexpr long millisecond = 1'000'000;
+constexpr std::int64_t millisecond = 1'000'000;
+constexpr std::int64_t longestWait = 1000 * millisecond;
+/// A write gives a file its time before it changes the first byte, and may be held up after that.
+constexpr std::int64_t settled = 20 * millisecond;
+/// Between two writes of a program that keeps the file open, which is then taken to have finished.
+constexpr std::int64_t quiet = 500 * millisecond;
 
-void sleepFor(long nanoseconds) {
-    const timespec time{0, nanoseconds};
-    ::nanosleep(&time, nullptr);
+std::int64_t nanoseconds(const timespec& time) {
+    return time.tv_sec * 1'000'000'000 + time.tv_nsec;
 }
 
-/// What the file holds while a lease keeps it as it is; nothing where none was to be had.
-std::optional<FileContents> readLeased(int file) {
-    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
-        const ReadLease lease{file};
-        if (lease.refusal() != 0 && lease.refusal() != EAGAIN) return std::nullopt;
-        if (lease.refusal() == 0) {
-            FileContents contents = readOnePass(file);
-            if (lease.isUndisturbed()) return contents;
-        }
-        sleepFor(millisecond);
-    }
-    return std::nullopt;
+std::int64_t now(clockid_t clock) {
+    timespec time{};
+    ::clock_gettime(clock, &time);
+    return nanoseconds(time);
+}
+
+void pause() {
+    const timespec time{0, 2 * millisecond};
+    ::nanosleep(&time, nullptr);
 }
 
 /// The time of a file's last change, in nanoseconds; its size with it.
@@ -104,37 +102,43 @@ struct Revision {
     bool operator==(const Revision&) const = default;
 };
 
-std::int64_t nanoseconds(const timespec& time) {
-    return time.tv_sec * 1'000'000'000 + time.tv_nsec;
-}
-
 Revision revision(int file) {
     struct stat status {};
     ::fstat(file, &status);
     return {nanoseconds(status.st_mtim), status.st_size};
 }
 
-/// A write gives a file its time before it changes the first byte, and may be held up after that.
-bool isSettled(const Revision& revision) {
-    timespec now{};
-    ::clock_gettime(CLOCK_REALTIME, &now);
-    const std::int64_t age = nanoseconds(now) - revision.changed;
-    return age < 0 || age > 20 * millisecond;
+/// What the file holds, if it was last changed so long ago and is not while it is read: where
+/// nobody can be kept from writing, and where a lease was lost to one who waited too long.
+std::optional<FileContents> readUnchanged(int file, std::int64_t sinceAtLeast) {
+    const Revision before = revision(file);
+    const std::int64_t age = now(CLOCK_REALTIME) - before.changed;
+    if (age >= 0 && age < sinceAtLeast) return std::nullopt;  // below 0: dated ahead
+    FileContents contents = readOnePass(file);
+    if (revision(file) == before) return contents;
+    return std::nullopt;
 }
 
-FileContents readSettled(int file) {
-    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
-        const Revision before = revision(file);
-        if (isSettled(before)) {
-            FileContents contents = readOnePass(file);
-            if (revision(file) == before) return contents;
-        }
-        sleepFor(2 * millisecond);
-    }
+/// Nothing where it is being written just now.
+std::optional<FileContents> readNow(int file) {
+    const ReadLease lease{file};
+    if (lease.refusal() == EAGAIN) return std::nullopt;
+    return readUnchanged(file, lease.refusal() == 0 ? 0 : settled);
+}
+
+FileContents readWaiting(const Descriptor& file) {
+    const std::int64_t last = now(CLOCK_MONOTONIC) + longestWait;
+    do {
+        if (auto contents = readNow(file.number())) return *std::move(contents);
+        pause();
+    } while (now(CLOCK_MONOTONIC) < last);
+    if (auto contents = readUnchanged(file.number(), quiet)) return *std::move(contents);
     return Fault{"being written to all the time"};
 }
 
 }  // namespace
+
+Fault absent() { return systemFault(ENOENT); }
 
 Descriptor::~Descriptor() { close(); }
 
@@ -156,13 +160,8 @@ foundation::Result<Descriptor> openFile(const std::filesystem::path& path) {
     return file;
 }
 
-FileContents readFile(const Descriptor& file) {
-    if (auto contents = readLeased(file.number())) return *std::move(contents);
-    return readSettled(file.number());
-}
-
 FileContents readFile(const std::filesystem::path& path) {
-    return openFile(path).andThen([](const Descriptor& file) { return readFile(file); });
+    return openFile(path).andThen(readWaiting);
 }
 
 }  // namespace tessary::system

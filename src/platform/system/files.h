@@ -2,12 +2,6 @@
 //
 //     readFile("alarms.json")          // std::string{"{...}"}, all of its bytes
 //     readFile("no-such-file")         // Fault{"No such file or directory"}
-//
-// Opening and reading are two steps for a process that may not open files itself and is handed
-// them:
-//
-//     auto opened = openFile("alarms.json");
-//     if (opened) readFile(*opened);
 #pragma once
 
 #include <cerrno>
@@ -26,6 +20,9 @@ inline constexpr std::size_t largestReadableFile = std::size_t{16} << 20U;
 /// A file's contents, or why there are none: "No such file or directory", "not a regular file",
 /// "larger than 16 MiB".
 using FileContents = foundation::Result<std::string>;
+
+/// The fault of a path under which there is nothing.
+foundation::Fault absent();
 
 /// What a system call answers in the end, however often a signal interrupts it.
 template <class Call>
@@ -58,14 +55,11 @@ private:
 /// socket) is a fault and is never waited for, nor is a path that holds NUL.
 foundation::Result<Descriptor> openFile(const std::filesystem::path& path);
 
-/// The bytes of an open file from start to end, all of one moment: never a part from before and a
-/// part from after a write. A file that one program or another goes on writing to for some 50
-/// milliseconds is a fault. A writer that opens the file while it is read waits for the reading to
-/// end, where the file system can make it (a read lease); else a file counts as being written to
-/// for 20 milliseconds after its last change.
-FileContents readFile(const Descriptor& file);
-
-/// Opens and reads.
+/// The bytes of a file from start to end. One that a program has open for writing is waited
+/// for, a second at most, and then read as it stands if it has not changed for half a second; else
+/// it is a fault. A writer that opens the file while it is read waits for the reading to end. Where
+/// the file system, or who owns the file, lets nobody find that out (by a read lease), a file
+/// counts as being written to for 20 milliseconds after its last change.
 FileContents readFile(const std::filesystem::path& path);
 
 }  // namespace tessary::system

@@ -5,16 +5,16 @@
 
 namespace tessary::system {
 
+using foundation::didYouMean;
 using foundation::Fault;
 using foundation::Result;
 using Text = std::string;
 
 namespace {
 
-Text joined(std::span<const Option> options) {
-    return foundation::joined(options, ", ",
-                              [](const auto& option) { return Text{"--"} + option.name; });
-}
+Text longName(const Option& option) { return Text{"--"} + option.name; }
+
+Text joined(std::span<const Option> options) { return foundation::joined(options, ", ", longName); }
 
 /// A name is matched whole, which getopt_long() does not ask for.
 const Option* optionOf(const Command& command, std::string_view word, int letter) {
@@ -40,7 +40,8 @@ Result<const Command*> calledCommand(const Program& program, const std::vector<T
     for (const Command& command : program.commands)
         if (word == command.name) return &command;
     if (!word.starts_with('-'))
-        return Fault{"unknown command '" + word + "': expected " + commands};
+        return Fault{"unknown command '" + word + "': expected " + commands +
+                     didYouMean(word, program.commands, &Command::name)};
     if (word != "-" && optionOf(program.self, word, word[1])) return &program.self;
     return Fault{"unexpected option '" + word + "' before a command: expected " +
                  joined(program.self.options) + ", or one of " + commands};
@@ -56,8 +57,9 @@ Result<const Option*> givenOption(const Command& command, const Text& word, int 
     const Option* option = optionOf(command, word, isFault ? ::optopt : code);
     if (!option)
         return Fault{"unknown option '" + word + "' of " + command.name + ": expected " +
-                     joined(command.options)};
-    const Text name = Text{"--"} + option->name;
+                     joined(command.options) +
+                     didYouMean(word.substr(0, word.find('=')), command.options, longName)};
+    const Text name = longName(*option);
     if (code == refused)
         return Fault{"unexpected value in '" + word + "': " + name + " takes none"};
     if (code == valueMissing || (valueIsWord && beginsAsOption(::optarg)))
@@ -70,7 +72,7 @@ Result<Words> once(Words words) {
         const auto count = words.values(option).size();
         if (count < 2 || !*option.value || option.use == Use::often) continue;
         const Text times = count == 2 ? "twice" : std::to_string(count) + " times";
-        return Fault{Text{"--"} + option.name + " is given " + times + ", expected once"};
+        return Fault{longName(option) + " is given " + times + ", expected once"};
     }
     return words;
 }
@@ -113,9 +115,24 @@ Text helpOf(const Option& option) {
     return (option.choices != nullptr ? option.choices() + " " : "") + option.help;
 }
 
+constexpr std::size_t helpColumn = 30, lastColumn = 80;
+
+/// Broken at blanks, so that it stays within the columns; the further lines begin below the first.
+Text broken(Text text) {
+    const Text next = "\n" + Text(helpColumn, ' ');
+    constexpr std::size_t room = lastColumn - helpColumn;
+    for (std::size_t start = 0; text.size() > start + room;) {
+        const auto blank = text.rfind(' ', start + room);
+        if (blank == text.npos || blank <= start) break;
+        text.replace(blank, 1, next);
+        start = blank + next.size();
+    }
+    return text;
+}
+
 Text row(Text names, const Text& help) {
-    names.resize(std::max<std::size_t>(28, names.size() + 1), ' ');
-    return "  " + names + help + "\n";
+    names.resize(std::max<std::size_t>(helpColumn - 2, names.size() + 1), ' ');
+    return "  " + names + broken(help) + "\n";
 }
 
 Text optionRows(const Command& command) {
@@ -124,8 +141,7 @@ Text optionRows(const Command& command) {
         const Text title = *option.group ? option.group : command.group;
         auto group = std::ranges::find(groups, title, &std::pair<Text, Text>::first);
         if (group == groups.end()) group = groups.insert(group, {title, ""});
-        const Text names =
-            (option.letter ? Text{'-', option.letter, ','} : "") + "--" + option.name;
+        const Text names = (option.letter ? Text{'-', option.letter, ','} : "") + longName(option);
         group->second += row(names + (*option.value ? " " : "") + option.value, helpOf(option));
     }
     Text text;
@@ -134,9 +150,21 @@ Text optionRows(const Command& command) {
     return text;
 }
 
+/// Of the words before a command's own, what can stand behind its name is put there.
+std::vector<Text> reordered(const Program& program, std::vector<Text> words) {
+    const auto first = [&](std::string_view word) { return !words.empty() && words[0] == word; };
+    const auto wordFollows = [&] { return words.size() > 1 && !words[1].starts_with('-'); };
+    if (program.commands.empty()) return words;
+    if (first("--") && wordFollows()) words.erase(words.begin());
+    if (first("help")) words[0] = "--help";
+    if ((first("--help") || first("-h")) && wordFollows()) std::swap(words[0], words[1]);
+    return words;
+}
+
 }  // namespace
 
 Result<Words> parse(const Program& program, std::vector<std::string> words) {
+    words = reordered(program, std::move(words));
     return calledCommand(program, words).andThen([&](const Command* command) {
         if (command == &program.self) words.insert(words.begin(), command->name);
         return scanned(*command, std::move(words));
@@ -156,7 +184,9 @@ std::string help(const Program& program, const Command& command) {
     if (!commands.empty()) text += "\nSubcommands:\n";
     for (const Command& each : commands) text += row(each.name, each.purpose);
     const Text footer = *command.footer ? command.footer : program.self.footer;
-    return footer.empty() ? text : text + "\n" + footer + "\n";
+    if (!footer.empty()) text += "\n" + footer + "\n";
+    if (*command.examples) text += "\nExamples:\n" + Text{command.examples} + "\n";
+    return text;
 }
 
 }  // namespace tessary::system

@@ -13,8 +13,10 @@
 //     help(program, commands[0])                       // "Draw something\nUsage: paint draw …"
 //
 // The conventions are GNU's: `--name value`, `--name=value`, `-oFILE`, operands anywhere between,
-// and `--` ends the options. Names are written out. A value that is a word of its own does not
-// begin as an option does, with '-' and no number; `--name=-value` may be anything.
+// and `--` ends the options. Names are written out; an unknown one is answered with the nearest. A
+// value that is a word of its own does not begin as an option does, with '-' and no number;
+// `--name=-value` may be anything. Where there are commands, `help draw` and `--help draw` ask for
+// what `draw --help` says.
 #pragma once
 
 #include <map>
@@ -25,6 +27,7 @@
 #include <vector>
 
 #include "platform/foundation/named_cases.h"
+#include "platform/foundation/nearest.h"
 #include "platform/foundation/numbers.h"
 #include "platform/foundation/result.h"
 
@@ -51,6 +54,7 @@ struct Command {
     const char* operandHelp{""};
     const char* group{"Options"};  ///< of the options that say none
     const char* footer{""};        ///< none: the program's
+    const char* examples{""};      ///< the lines that its help ends with
     bool lastCounts{};             ///< of a value given twice, instead of refusing it
 };
 
@@ -78,7 +82,7 @@ struct Words {
 /// fault and what was expected. The words keep pointing into the table. For one thread at a time.
 foundation::Result<Words> parse(const Program& program, std::vector<std::string> words);
 
-/// What --help prints of a command, or of the program itself.
+/// What --help prints of a command, or of the program itself; options in lines of 80 columns.
 std::string help(const Program& program, const Command& command);
 
 /// Makes values of words, and keeps the first fault.
@@ -106,7 +110,11 @@ struct Reader {
     }
     template <class Case>
     auto oneOf(const Option& option) {
-        return (*this)(option, foundation::parse<Case>, "one of " + foundation::knownNames<Case>());
+        const auto meant =
+            foundation::didYouMean(words.value(option).value_or(""), foundation::namesOf<Case>,
+                                   &foundation::NamedCase<Case>::name);
+        return (*this)(option, foundation::parse<Case>,
+                       "one of " + foundation::knownNames<Case>() + meant);
     }
     template <class Record>
     foundation::Result<Record> whole(Record record) const {

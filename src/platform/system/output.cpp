@@ -72,6 +72,11 @@ private:
     bool isThere_{open_.number() >= 0};
 };
 
+/// Whether it is the folder, or the length of a name in it, that lets nothing new be made.
+bool onlyInPlace(int error) {
+    return error == EACCES || error == EPERM || error == ENAMETOOLONG || error == EEXIST;
+}
+
 Result<void> replace(const fs::path& file, std::string_view bytes, bool outlasts) {
     struct stat old {};
     std::error_code ignored;
@@ -81,7 +86,8 @@ Result<void> replace(const fs::path& file, std::string_view bytes, bool outlasts
     if (!isReplaceable) return writeStraight(file, bytes);
     const fs::path place = isThere ? fs::canonical(file, ignored) : file;
     Beside beside{place};
-    if (!beside.isOpen()) return writeStraight(file, bytes);
+    if (!beside.isOpen() && onlyInPlace(errno)) return writeStraight(file, bytes);
+    if (!beside.isOpen()) return cannotWrite(file.string());
     const bool isWritten = beside.fill(bytes, isThere ? &old : nullptr) &&
                            (!outlasts || beside.flush()) && beside.rename(place);
     return isWritten ? Result<void>{} : cannotWrite(file.string());

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -33,6 +34,9 @@ while read -r line; do
     case $1 in
         crash) kill -SEGV $$ ;;
         garbage) echo 'assertion failed' ;;
+        deep) printf "{\"id\":$id,\"x\":"; head -c 5000000 /dev/zero | tr '\0' '['; echo ;;
+        endless) head -c 70000000 /dev/zero | tr '\0' ' '; sleep 30 ;;
+        noisy) yes `printf 'no\033paper'` >&2 ;;
         other) echo '{"id":77,"error":"of another"}' ;;
         half) echo "{\"id\":$id,\"error\":\"$id\"}"; exit ;;
         twice) echo "{\"id\":$id,\"error\":\"$id\"}" ; echo "{\"id\":$id,\"error\":\"$id\"}" ;;
@@ -140,6 +144,32 @@ TEST_F(Stand, TakesWithItWhatItDroppedAndDidNotEnd) {
     // With no loop that would do it later.
     for (int i = 0; i < 150 && ::kill(dropped, 0) == 0; ++i) std::this_thread::sleep_for(10ms);
     EXPECT_NE(::kill(dropped, 0), 0);
+}
+
+// Marked, cleaned, and so much of it; then how much more there was.
+TEST_F(Stand, IsHeardComplainingForAWhile) {
+    testing::internal::CaptureStderr();
+    ExtensionProcess extension{command("noisy noisy good"), hasty};
+    ask(extension, 1);
+    EXPECT_TRUE(until([&] { return answers_.size() == 1; }));
+    const auto said = testing::internal::GetCapturedStderr();
+    EXPECT_THAT(said, testing::StartsWith("tessary-widgets-desktop: extension: no␛paper\n"));
+    EXPECT_THAT(said, testing::HasSubstr(" bytes more left out\n"));
+    EXPECT_NEAR(static_cast<double>(said.size()), 65'536, 500);
+}
+
+// Each failure is told, and that they are over. Hurried, it is asked again after the first pause,
+// however long the pause would be.
+TEST_F(Stand, TellsItsTroubleAndCanBeHurried) {
+    std::vector<int> told;
+    ExtensionProcess extension{command("deaf deaf deaf deaf deaf deaf deaf deaf good"),
+                               {.firstPause = 100ms}};
+    extension.follow([&](const Trouble& trouble) { told.push_back(trouble.failures); });
+    ask(extension, 1);
+    const auto begun = std::chrono::steady_clock::now();
+    EXPECT_TRUE(until([&] { return extension.hurry(), !answers_.empty(); }));
+    EXPECT_GE(std::chrono::steady_clock::now() - begun, 7 * 100ms);
+    EXPECT_TRUE(until([&] { return told == std::vector{1, 2, 3, 4, 5, 6, 7, 8, 0}; }));
 }
 
 // One that nobody waits for is not tried again.

@@ -14,6 +14,7 @@ public:
         asked.emplace_back(request, std::move(answer));
     }
     void prepare() override {}
+    void hurry() override {}
     void moveTo(const std::optional<std::string>&) override {}
 
     /// Answers the question that has waited longest.

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 
+#include "platform/drawing/bounded_list.h"
 #include "platform/drawing/cairo_painter.h"
 #include "platform/drawing/ink.h"
 #include "platform/drawing/json_painter.h"
@@ -75,6 +76,19 @@ TEST(TextPainter, PrintsALineForEachTextWithoutControls) {
     list.elements = {{{}, false, views::TextElement{""}},
                      {{}, false, views::TextElement{controls + "\u0080\u00A0\u00E9"}}};
     EXPECT_EQ(paintText(list), shown);
+    // A mark that reorders ends with its text, and ends nothing that stands before it.
+    for (const auto& [text, painted] : std::vector<std::pair<std::string, std::string>>{
+             {"a\u202Eb", "a\u202Eb\u202C"},
+             {"\u202A\u202B\u202D\u202C", "\u202A\u202B\u202D\u202C\u202C\u202C"},
+             {"\u2066\u202A\u2067\u2068", "\u2066\u202A\u2067\u2068\u2069\u2069\u202C\u2069"},
+             {"\u2067a\u2069 b", "\u2067a\u2069 b"},
+             {"\u202Ba\u202C b", "\u202Ba\u202C b"},
+             {"\u2069a\u202C", "a"},
+             {"\u2066\u202Ea\u2069b\u202C", "\u2066\u202Ea\u2069b"},
+             {"\u202E\u2066\u202C\u2069", "\u202E\u2066\u2069\u202C"}}) {
+        list.elements = {{{}, false, views::TextElement{text}}};
+        EXPECT_EQ(paintText(list), painted);
+    }
 }
 
 /// Long values, outlines of letters and pictures, are left out. Well-formed it is where the host's
@@ -103,6 +117,19 @@ TEST(PDFPainter, DatesADocumentAsItIsTold) {
         EXPECT_EQ(document.find("Date"), at + 9) << "and no other";
         EXPECT_EQ(document.find("Date", at + 10), std::string::npos);
     }
+}
+
+TEST(BoundedList, HoldsNoMoreThanACardCanShow) {
+    views::TextElement text{.text = std::string(longestText - 1, 'x')};
+    DisplayList list{.url = std::string(longestLink, 'u'), .elements = {{{}, false, text}}};
+    const DisplayList whole = list;
+    bound(list);
+    EXPECT_EQ(list, whole);
+    list = {.url = *list.url + "u", .elements = {{{}, false, text}}};
+    std::get<views::TextElement>(list.elements[0].content).text += "\u20AC";
+    bound(list);
+    EXPECT_EQ(std::get<views::TextElement>(list.elements[0].content).text, text.text + "\u2026");
+    EXPECT_EQ(list.url, std::nullopt);
 }
 
 // ---- Pixels -----------------------------------------------------------------------------------

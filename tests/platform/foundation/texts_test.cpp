@@ -4,6 +4,7 @@
 #include "platform/foundation/base64.h"
 #include "platform/foundation/date.h"
 #include "platform/foundation/json_numbers.h"
+#include "platform/foundation/nearest.h"
 #include "platform/foundation/percent_encoding.h"
 #include "platform/foundation/visible_text.h"
 #include "support/golden.h"
@@ -20,6 +21,8 @@ static std::string answered(const std::string& line) {
     if (asked == "bytes") return decodeBase64(text).value_or("none");
     if (asked == "percent") return percentEncoded(text);
     if (asked == "visible") return visible(text);
+    if (asked == "meant")
+        return didYouMean(text.substr(0, text.find(' ')), words(text.substr(text.find(' '))));
     if (asked == "integer") return orNone(asInteger(readNumber(text).value()));
     const auto date = Date::parse(text);
     return orNone(date ? std::optional{date->seconds} : std::nullopt);

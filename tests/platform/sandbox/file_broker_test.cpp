@@ -13,6 +13,7 @@ namespace tessary::sandbox {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 
 std::string told(const system::FileContents& contents) {
     return contents ? *contents : "(" + contents.fault().message() + ")";
@@ -45,32 +46,42 @@ TEST(FileBroker, OpensWhatItMayAndLooksThePathUpEachTime) {
               "(No such file or directory)(File name too long)");
 }
 
-TEST(FileBroker, TellsThatItIsGone) {
+TEST(FileBroker, IsConfinedOutlivesCtrlCAndIsNotWaitedForWhenItStops) {
     const TemporaryFolder folder;
     folder.write("file", "text");
-    EXPECT_EQ(confined([&] {
-                  FileBroker broker{[](const auto&) { return true; }};
-                  std::string said = told(broker.read(folder / "file"));
-                  pid_t process = 0;
-                  std::ifstream{"/proc/thread-self/children"} >> process;
-                  ::kill(process, SIGKILL);
-                  ::waitpid(process, nullptr, 0);
-                  said += told(broker.read(folder / "file"));
-                  return said + (broker.isGone() ? "!" : "");
-              }),
-              "text(the file broker is gone)!");
+    const std::string gone = "(the file broker is gone)(the file broker is gone)!";
+    for (const auto& [signal, then] :
+         {std::pair{SIGINT, std::string{"texttext"}}, {SIGSTOP, gone}, {SIGKILL, gone}})
+        EXPECT_EQ(confined([&] {
+                      FileBroker broker{[](const auto&) { return true; }, 100ms};
+                      std::string said = told(broker.read(folder / "file"));
+                      pid_t process = 0;
+                      std::ifstream{"/proc/thread-self/children"} >> process;
+                      const auto its = "/proc/" + std::to_string(process) + "/status";
+                      for (const char* mark : {"NoNewPrivs:\t1", "Seccomp:\t2"})
+                          if (contents(its).find(mark) == std::string::npos) said += mark;
+                      ::kill(process, signal);
+                      said += told(broker.read(folder / "file"));
+                      said += told(broker.read(folder / "file"));
+                      ::kill(process, SIGKILL);
+                      return said + (broker.isGone() ? "!" : "");
+                  }),
+                  "text" + then);
 }
 
-TEST(FileBroker, ServesManyThreads) {
+TEST(FileBroker, HandsOverAllOfAFileToManyThreads) {
+    // From nothing to more than a message holds.
+    const auto sizeOf = [](char name) { return std::size_t(name - 'a') * 32'768; };
     const TemporaryFolder folder;
     for (const char name : std::string{"abcdefgh"})
-        folder.write(std::string{name}, std::string(20'000, name));
+        folder.write(std::string{name}, std::string(sizeOf(name), name));
     FileBroker broker{[](const auto&) { return true; }};
     std::vector<std::thread> threads;
     for (const char name : std::string{"abcdefgh"})
         threads.emplace_back([&, name] {
             for (int time = 0; time < 50; ++time)
-                EXPECT_EQ(told(broker.read(folder / std::string{name})), std::string(20'000, name));
+                EXPECT_EQ(told(broker.read(folder / std::string{name})),
+                          std::string(sizeOf(name), name));
         });
     for (std::thread& thread : threads) thread.join();
 }

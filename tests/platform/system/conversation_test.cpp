@@ -4,6 +4,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -50,8 +51,11 @@ struct Talk {
         input = Descriptor{in[1]};
         output = Descriptor{out[0]};
         thread = std::thread{[this] {
-            result = hold(theirs, [](const Line& line) {
-                return line.text == "silence" ? "" : line.text + std::string(20'000, '.');
+            result = hold(theirs, [](const Line& line, const Send& send) {
+                if (line.text == "silence") return std::string{};
+                send(line.text + std::string(7000, '.'));
+                send(std::string(7000, '.'));
+                return std::string(6000, '.');
             });
             ::close(theirs.output);
         }};
@@ -84,6 +88,21 @@ TEST(Conversation, TakesManyRequestsBeforeItsFirstAnswerIsRead) {
     EXPECT_EQ(talk.hear(), expected + "last" + std::string(20'000, '.') + "\n");
     talk.thread.join();
     EXPECT_TRUE(talk.result);
+}
+
+TEST(Conversation, TakesInAsMuchAsItSaysAndThenWaits) {
+    ::signal(SIGPIPE, SIG_IGN);
+    Talk talk;
+    const std::string line = std::string(99, '-') + '\n';
+    ::fcntl(talk.input.number(), F_SETFL, O_NONBLOCK);
+    std::size_t taken = 0;
+    for (pollfd room{talk.input.number(), POLLOUT, 0}; ::poll(&room, 1, 300) > 0;)
+        taken += line.size() * (::write(talk.input.number(), line.data(), line.size()) > 0);
+    constexpr std::size_t most = std::size_t{4} << 20U;
+    EXPECT_GE(taken, most);
+    EXPECT_LE(taken, most + 65'536 + 10 * line.size());  // in the pipe, and answered
+    talk.output = Descriptor{};
+    talk.thread.join();
 }
 
 TEST(Conversation, EndsWhenNobodyListens) {

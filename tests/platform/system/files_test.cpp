@@ -1,18 +1,37 @@
 #include "platform/system/files.h"
 
 #include <atomic>
+#include <chrono>
 #include <fcntl.h>
+#include <functional>
 #include <gtest/gtest.h>
+#include <optional>
+#include <sys/inotify.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
+#include "platform/sandbox/confined.h"
 #include "support/fixtures.h"
+#include "support/forbidden.h"
+
+/// What happens to a file while it is read.
+static std::function<void()> afterReading;
+
+extern "C" ssize_t read(int file, void* bytes, std::size_t size) {
+    const ssize_t count = ::syscall(SYS_read, file, bytes, size);
+    if (afterReading) std::exchange(afterReading, nullptr)();
+    return count;
+}
 
 namespace tessary::system {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using std::chrono::milliseconds;
 
 std::string bytesOf(const fs::path& path) { return readFile(path).value(); }
 
@@ -42,62 +61,69 @@ TEST(Files, RefusesWhatIsNoRegularFileWithoutWaiting) {
         {"Not a directory", {folder / "sparse/below"}},
         {"Invalid argument", {folder / std::string("sparse\0x", 8)}},
         {"larger than 16 MiB", {folder / "sparse"}}};
+    const Descriptor news{::inotify_init1(IN_NONBLOCK)};
+    ASSERT_GE(::inotify_add_watch(news.number(), (folder / "pipe").c_str(), IN_OPEN), 0);
     for (const auto& [reason, paths] : rows)
         for (const auto& path : paths) EXPECT_EQ(readFile(path).fault().message(), reason);
+    char event[sizeof(inotify_event)];
+    EXPECT_LT(::read(news.number(), event, sizeof event), 0) << "opened what may heed that";
     fs::resize_file(folder / "sparse", largestReadableFile);
     EXPECT_EQ(bytesOf(folder / "sparse").size(), largestReadableFile);
 }
 
-/// Whether all the bytes are one letter, or there are none.
-bool isOfOneWrite(const std::string& bytes) {
-    return bytes.find_first_not_of(bytes.front()) == std::string::npos;
+/// What is read of a file that is open while one byte after another is written in place, so far
+/// apart, until as many are.
+std::string readWhile(milliseconds apart, std::size_t count) {
+    const TemporaryFolder folder;
+    const auto file = folder.write("file", std::string(count, 'a'));
+    std::optional<Descriptor> open{Descriptor{::open(file.c_str(), O_WRONLY)}};
+    std::thread writer{[&] {
+        for (std::size_t at = 0; at < count; ++at, std::this_thread::sleep_for(apart))
+            (void)!::pwrite(open->number(), "b", 1, static_cast<off_t>(at));
+        open.reset();
+    }};
+    const auto contents = readFile(file);
+    writer.join();
+    return contents ? *contents : contents.fault().message();
 }
 
-TEST(Files, NeverMixesWhatAFileHeldBeforeAndAfterAWrite) {
+TEST(Files, WaitsASecondForAWriterInPlaceAndThenForHalfASecondsQuiet) {
+    EXPECT_EQ(readWhile(100ms, 3), "bbb");
+    EXPECT_EQ(readWhile(30ms, 60), "being written to all the time");
+    EXPECT_EQ(readWhile(1500ms, 1), "b");  // has finished, it seems, and does not close
+}
+
+TEST(Files, LooksAgainAfterReadingWhereNobodyCanBeKeptFromWriting) {
+    EXPECT_EQ(sandbox::confined([] {
+                  forbid(SYS_fcntl, F_SETLEASE);
+                  const TemporaryFolder folder;
+                  const auto file = folder.write("file", "before");
+                  std::this_thread::sleep_for(30ms);  // it is settled
+                  afterReading = [&] { folder.write("file", "behind"); };
+                  return bytesOf(file);
+              }),
+              "behind");
+}
+
+TEST(Files, LooksAtWhatItOpenedWhateverTheNameMeantBefore) {
     const TemporaryFolder folder;
-    const auto file = folder.write("file", std::string(300'000, 'a'));
+    const auto file = folder.write("file", "text");
+    ::mkfifo((folder / "other").c_str(), 0600);
     std::atomic<bool> isDone{};
-    std::thread writer{[&] {
-        for (std::size_t round = 0; !isDone; ++round) {
-            const std::string bytes(300'000 + round % 7, static_cast<char>('a' + round % 26));
-            const Descriptor open{::open(file.c_str(), O_WRONLY)};
-            if (::pwrite(open.number(), bytes.data(), bytes.size(), 0) < 0) ADD_FAILURE();
-            if (::ftruncate(open.number(), static_cast<off_t>(bytes.size())) != 0) ADD_FAILURE();
-            if (round % 3 != 0) continue;
-            fs::rename(folder.write("beside", bytes), file);
-        }
+    std::thread swapper{[&] {
+        while (!isDone)
+            if (::renameat2(AT_FDCWD, file.c_str(), AT_FDCWD, (folder / "other").c_str(),
+                            RENAME_EXCHANGE) != 0)
+                ADD_FAILURE() << errno;
     }};
-    int whole = 0;
-    for (int reading = 0; reading < 400; ++reading) {
-        const auto contents = readFile(file);
-        if (!contents) continue;
-        EXPECT_GE(contents->size(), 300'000);
-        EXPECT_TRUE(isOfOneWrite(*contents)) << reading;
-        ++whole;
+    for (int opening = 0; opening < 100'000; ++opening) {
+        const auto opened = openFile(file);
+        struct stat status {};
+        if (opened && ::fstat(opened->number(), &status) == 0 && !S_ISREG(status.st_mode))
+            ADD_FAILURE() << opening;
     }
     isDone = true;
-    writer.join();
-    EXPECT_GT(whole, 40);
-}
-
-TEST(Files, WaitsUntilAFileThatIsOpenForWritingHasSettled) {
-    const TemporaryFolder folder;
-    const auto file = folder.write("file", std::string(100, 'a'));
-    const Descriptor open{::open(file.c_str(), O_WRONLY)};  // so there is no lease to be had
-    ASSERT_EQ(::pwrite(open.number(), "bb", 2, 0), 2);
-    EXPECT_EQ(bytesOf(file), "bb" + std::string(98, 'a'));
-
-    std::atomic<bool> isDone{};
-    std::thread writer{[&] {
-        while (!isDone) (void)!::pwrite(open.number(), "cc", 2, 0);
-    }};
-    bool isRefused = false;  // unless the writer is held up for longer than a file takes to settle
-    for (int attempt = 0; attempt < 50 && !isRefused; ++attempt)
-        isRefused =
-            readFile(file) == FileContents{foundation::Fault{"being written to all the time"}};
-    EXPECT_TRUE(isRefused);
-    isDone = true;
-    writer.join();
+    swapper.join();
 }
 
 }  // namespace

@@ -8,16 +8,18 @@ namespace tessary::system {
 namespace {
 
 constexpr Option aid{"help", "", "Say this", "Options", 'h', Use::alone};
-constexpr Option size{"size", "N", "How large (default: 7)", "Look"};
+constexpr Option size{
+    "size", "N", "How large it is to be, in feet or in yards (default: 7, but not of an elephant)",
+    "Look"};
 constexpr Option tag{"tag", "WORD", "written on it", "Look", 't', Use::often, [] {
                          return std::string{"mine or yours"};
                      }};
 constexpr Option bold{.name = "bold", .help = "With thick lines", .letter = 'b'};
 constexpr Option ofDraw[] = {aid, size, bold, tag};
-constexpr Option ofWipe[] = {size};
+constexpr Option ofWipe[] = {size, aid};
 constexpr Command commands[] = {
     {"draw", "Draw something", ofDraw, "WHAT", "a house"},
-    {"wipe", "Begin anew", ofWipe, "", "", "How", "All is gone.", true},
+    {"wipe", "Begin anew", ofWipe, "", "", "How", "All is gone.", "  paint wipe", true},
 };
 constexpr Option ofPaint[] = {aid};
 constexpr Program paint{{"paint", "Paints.", ofPaint, "", "", "", "Have fun."}, commands};
