@@ -12,9 +12,9 @@ struct ServeOptions {
     bool requireSandbox{};     ///< refuse to go on where the kernel lacks a part of it
 };
 
-/// Serves until the input ends. A broker that was killed or stopped is thrown as std::runtime_error. What the
-/// kernel cannot shut of the sandbox is told once on standard error; with `requireSandbox` it is a
-/// fault, before a request is read.
+/// Serves until the input ends. A broker that was killed or stopped is thrown as
+/// std::runtime_error. What the kernel cannot shut of the sandbox is told once on standard error;
+/// with `requireSandbox` it is a fault, before a request is read.
 foundation::Result<void> serve(const ServeOptions& options);
 
 }  // namespace tessary::extension

@@ -27,7 +27,7 @@ public:
     }
     /// Three letters or more, or anything in angle brackets.
     bool takeName() {
-        if (take('<')) return takeAll([](char c) { return c != '>'; }).size() > 0 && take('>');
+        if (take('<')) return !takeAll([](char c) { return c != '>'; }).empty() && take('>');
         const auto isLetter = [](char c) { return (c | 0x20) >= 'a' && (c | 0x20) <= 'z'; };
         return takeAll(isLetter).size() >= 3;
     }

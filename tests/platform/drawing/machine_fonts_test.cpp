@@ -1,5 +1,6 @@
 #include "platform/drawing/machine_fonts.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "platform/drawing/pango_typesetter.h"

@@ -52,7 +52,7 @@ TEST(FileBroker, IsConfinedOutlivesCtrlCAndIsNotWaitedForWhenItStops) {
     const std::string gone = "(the file broker is gone)(the file broker is gone)!";
     for (const auto& [signal, then] :
          {std::pair{SIGINT, std::string{"texttext"}}, {SIGSTOP, gone}, {SIGKILL, gone}})
-        EXPECT_EQ(confined([&] {
+        EXPECT_EQ(confined([&, signal = signal] {
                       FileBroker broker{[](const auto&) { return true; }, 100ms};
                       std::string said = told(broker.read(folder / "file"));
                       pid_t process = 0;
