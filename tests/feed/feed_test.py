@@ -24,6 +24,7 @@ REGIONS = {
     "eu-west-1": {"CompositeAlarms": [ALARM | {"AlarmName": "é" * 255}]},
     "eu-south-1": {},
 }
+OWN = {"AWS_ACCESS_KEY_ID": "AKIDEXAMPLE", "AWS_SECRET_ACCESS_KEY": SECRET, "AWS_SESSION_TOKEN": TOKEN}
 NOBODY = {"AWS_ENDPOINT_URL": "http://127.0.0.1:1"}
 TWO = "Alarms firing\n3\n2 watched"
 
@@ -31,7 +32,7 @@ TWO = "Alarms firing\n3\n2 watched"
 # and what the widget says, seconds later.
 ROUNDS = [
     ("nobody has ever answered", {}, NOBODY, SETTINGS, 1, ["us-east-1: Could not", "before a target has"], None, 0),
-    ("all is well", {}, {}, SETTINGS, 0, [], TWO + " · just now", 0),
+    ("all is well", {}, OWN | {"AWS_ACCESS_KEY_ID": "AKIDOTHER"}, SETTINGS, 0, [], TWO + " · just now", 0),
     ("one region is refused", {"eu-west-1": "denied"}, {}, SETTINGS, 0, ["eu-west-1: AccessDenied"], TWO, 0),
     ("which makes it old", {"eu-west-1": "denied"}, {}, SETTINGS, 0, ["eu-west-1: AccessDenied"], "Last updated", 400),
     ("one is not enabled", {"eu-west-1": "unknown"}, {}, SETTINGS, 0, ["eu-west-1: not enabled"], TWO, 0),
@@ -42,7 +43,8 @@ ROUNDS = [
     ("no region", {}, {}, SETTINGS.split("regions")[0], 2, ["'prod' has no region"], None, 0),
     ("wrong settings", {}, {}, SETTINGS.replace("profile", "profil"), 2, ["feed.toml:3: ", "mean profile"], None, 0),
     ("nothing is watched", {}, {}, "", 1, ["nothing is watched: "], "Not watching", 0),
-    ("the usual", {}, {"AWS_PROFILE": "prod", "AWS_REGION": "eu-west-1"}, "", 0, [], "1 watched · just now", 0),
+    ("the environment's keys", {}, OWN | {"AWS_REGION": "us-east-1"}, "", 0, [], "2\n1 watched · just now", 0),
+    ("the usual", {}, {"AWS_PROFILE": "prod", "AWS_REGION": "eu-west-1"}, "", 0, [], "1\n1 watched · just now", 0),
 ]
 
 
