@@ -5,6 +5,7 @@
 #
 #     PREFIX/bin/tessary-widgets
 #     PREFIX/bin/tessary-widgets-desktop        # finds tessary-widgets beside itself
+#     PREFIX/bin/tessary-widgets-feed
 #     PREFIX/share/applications/, PREFIX/etc/xdg/autostart/, PREFIX/lib/systemd/user/
 #                                               # which start it by its name, from the PATH
 #     PREFIX/share/icons/hicolor/scalable/apps/
@@ -30,6 +31,11 @@ if(TESSARY_DESKTOP)
           DESTINATION "${CMAKE_INSTALL_SYSCONFDIR}/xdg/autostart")
   install(FILES "${TESSARY_DESKTOP_DATA}/tessary-widgets-desktop.service"
           DESTINATION lib/systemd/user)
+endif()
+if(TESSARY_FEED)
+  set_target_properties(tessary-widgets-feed PROPERTIES RUNTIME_OUTPUT_DIRECTORY
+                                                        "${PROJECT_BINARY_DIR}")
+  install(TARGETS tessary-widgets-feed RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()
 install(TARGETS tessary-widgets RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 install(FILES "${PROJECT_BINARY_DIR}/info.json"

@@ -22,6 +22,7 @@ struct Target {
     std::string profile{};
     std::string region{};
     std::vector<std::string> ignore{};  ///< patterns of names that are left out
+    bool operator==(const Target&) const = default;
 };
 
 /// A page, that the profile has to sign in first, or why there is no answer.

@@ -41,15 +41,16 @@ public:
     ~Table() {
         for (const auto& [key, value] : table_)
             if (std::ranges::find(known_, key.str()) == known_.end()) refuse(key);
+        if (!missing_.empty())
+            faults_.add(table_.source(), "expected the key '" + missing_ + "'" + name_);
     }
 
     void read(const char* key, std::string& text) {
         if (const auto* node = find(key)) take(*node, key, text, "a text that is not empty");
     }
-    /// One that has to be there.
+    /// One that has to be there; it may be among the unknown ones, misspelt, which are told first.
     void require(const char* key, std::string& text) {
-        if (!find(key))
-            faults_.add(table_.source(), "expected the key '" + std::string{key} + "'" + name_);
+        if (!find(key) && missing_.empty()) missing_ = key;
         read(key, text);
     }
     void read(const char* key, bool& flag) {
@@ -120,6 +121,7 @@ private:
     std::string name_;
     Faults& faults_;
     std::vector<std::string> known_{};
+    std::string missing_{};
 };
 
 /// The shortest period is one second; those of a minute and more are whole minutes.

@@ -8,6 +8,7 @@
 // who may read what is made; the feed leaves it to the user alone.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <vector>
 
@@ -22,6 +23,7 @@ namespace tessary::store {
 /// What is known of the world when the feed starts again. No secret is in it.
 struct Memory {
     std::vector<rounds::KnownTarget> targets{};
+    std::int64_t ignored{};  ///< alarms that the last round left out by their names
     bool operator==(const Memory&) const = default;
 };
 
@@ -61,4 +63,5 @@ Memory remembered(const std::filesystem::path& memory);
 template <>
 inline constexpr auto tessary::foundation::fieldsOf<tessary::store::Memory> = std::tuple{
     Field{"targets", &tessary::store::Memory::targets},
+    Field{"ignored", &tessary::store::Memory::ignored},
 };

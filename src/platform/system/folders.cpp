@@ -31,6 +31,8 @@ std::optional<fs::path> dataFolder() { return folder("XDG_DATA_HOME", ".local/sh
 
 std::optional<fs::path> settingsFolder() { return folder("XDG_CONFIG_HOME", ".config"); }
 
+std::optional<fs::path> stateFolder() { return folder("XDG_STATE_HOME", ".local/state"); }
+
 std::optional<fs::path> groupContainer(std::string_view identifier) {
     const auto home = dataFolder();
     if (!home || !isOneFolderName(identifier)) return std::nullopt;

@@ -3,6 +3,7 @@
 //
 //     dataFolder()          // "/home/ana/.local/share"
 //     settingsFolder()      // "/home/ana/.config"
+//     stateFolder()         // "/home/ana/.local/state"
 //     groupContainer("A1B2C3.com.tessary.desktop")
 //         // "/home/ana/.local/share/group-containers/A1B2C3.com.tessary.desktop"
 #pragma once
@@ -19,6 +20,9 @@ std::optional<std::filesystem::path> dataFolder();
 
 /// $XDG_CONFIG_HOME, or $HOME/.config; likewise.
 std::optional<std::filesystem::path> settingsFolder();
+
+/// $XDG_STATE_HOME, or $HOME/.local/state; likewise.
+std::optional<std::filesystem::path> stateFolder();
 
 /// `group-containers/IDENTIFIER` in the data folder. None for an identifier that is empty, "." or
 /// "..", or that holds "/" or NUL, and none when no home is known. The folder need not exist.

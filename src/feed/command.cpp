@@ -1,0 +1,125 @@
+#include "feed/command.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "platform/system/options.h"
+
+namespace tessary::feed {
+
+using foundation::Result;
+using system::Option;
+using system::Reader;
+using system::Use;
+using system::Words;
+
+namespace {
+
+namespace option {
+
+constexpr Option help{"help", "", "Show this help", "", 'h', Use::alone};
+constexpr Option version{"version", "", "Show the version", "", 'V', Use::alone};
+constexpr Option once{"once", "", "Make one round and end"};
+constexpr Option dryRun{"dry-run", "", "Make one round, print what it would write, write nothing"};
+constexpr Option json{"json", "", "Print JSON"};
+constexpr Option container{"container", "DIR",
+                           "The folder that holds widgets/ (default: the group's own)"};
+constexpr Option info{"info", "FILE",
+                      "The information dictionary, a JSON object (default: the installed one)"};
+constexpr Option settings{"settings", "FILE",
+                          "What to watch (default: tessary-widgets/feed.toml in the user's "
+                          "settings)"};
+
+constexpr Option ofProgram[] = {help, version};
+constexpr Option ofRun[] = {help, version, once, dryRun, container, info, settings};
+constexpr Option ofStatus[] = {help, version, json};
+
+}  // namespace option
+
+constexpr const char* statuses =
+    "Exit status: 0 a round was made and written, whatever was answered; 1 nothing could\n"
+    "be written, another feed runs, or no target could be asked; 2 a wrong call or wrong\n"
+    "settings.";
+
+constexpr system::Command commands[] = {
+    {.name = "run",
+     .purpose =
+         "Ask CloudWatch in rounds until the feed is stopped; the command where none is said",
+     .options = option::ofRun,
+     .footer = statuses,
+     .examples = "  tessary-widgets-feed\n"
+                 "  tessary-widgets-feed --once\n"
+                 "  tessary-widgets-feed --dry-run --settings feed.toml"},
+    {.name = "status",
+     .purpose = "Say of each target when it last answered, what is wrong, and what to type",
+     .options = option::ofStatus,
+     .footer = "Exit status: 0 said, 1 nothing is known yet, 2 a wrong call.",
+     .examples = "  tessary-widgets-feed status --json"},
+    {.name = "help",
+     .purpose = "Show this help, or that of a command",
+     .options = option::ofProgram,
+     .operand = "COMMAND",
+     .operandHelp = "run or status",
+     .examples = "  tessary-widgets-feed help status"},
+};
+
+constexpr system::Program program{{.name = "tessary-widgets-feed",
+                                   .purpose = "Fetches the widgets' data from CloudWatch.",
+                                   .options = option::ofProgram,
+                                   .footer = statuses,
+                                   .examples = "  tessary-widgets-feed --once\n"
+                                               "  tessary-widgets-feed status"},
+                                  commands};
+
+/// Whether the first word belongs to a command that is not said.
+bool beginsWithOption(const std::vector<std::string>& words) {
+    if (words.empty()) return true;
+    constexpr std::array<std::string_view, 4> ofProgram{"-h", "--help", "-V", "--version"};
+    return words[0].starts_with('-') && std::ranges::find(ofProgram, words[0]) == ofProgram.end();
+}
+
+Command::Mode modeOf(Reader& read) {
+    const Words& words = read.words;
+    if (std::string_view{words.command->name} == "status") return Command::Mode::status;
+    if (words.has(option::once) && words.has(option::dryRun))
+        read.refuse("expected --once or --dry-run, not both");
+    if (words.has(option::dryRun)) return Command::Mode::dryRun;
+    return words.has(option::once) ? Command::Mode::once : Command::Mode::run;
+}
+
+Command understand(Reader& read) {
+    const Words& words = read.words;
+    if (!words.operands.empty()) read.refuse("'" + words.operands[0] + "' is one word too many");
+    const auto path = [&](const Option& option) -> Command::Path {
+        const auto word = words.value(option);
+        if (!word) return std::nullopt;
+        if (word->empty()) read.refuse(option, *word, "a path");
+        return *word;
+    };
+    return {.mode = modeOf(read),
+            .json = words.has(option::json),
+            .container = path(option::container),
+            .info = path(option::info),
+            .settings = path(option::settings)};
+}
+
+Result<Command> commandOf(const Words& words) {
+    const auto told = [](std::string text) -> Result<Command> {
+        return Command{.mode = Command::Mode::information, .information = std::move(text)};
+    };
+    if (words.has(option::help)) return told(system::help(program, *words.command));
+    if (words.has(option::version)) return told("tessary-widgets-feed " TESSARY_VERSION "\n");
+    Reader read{words};
+    const Command command = understand(read);
+    return read.whole(command);
+}
+
+}  // namespace
+
+Result<Command> parseCall(std::vector<std::string> words) {
+    if (beginsWithOption(words)) words.insert(words.begin(), "run");
+    return system::parse(program, std::move(words)).andThen(commandOf);
+}
+
+}  // namespace tessary::feed

@@ -1,0 +1,14 @@
+// The feed: rounds of questions, and the widgets' files that follow from them.
+//
+//     run({"--once"})        // 0 once a round was made and written
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tessary::feed {
+
+/// The whole program for the words behind its name; its exit status.
+int run(const std::vector<std::string>& words);
+
+}  // namespace tessary::feed
