@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "feed/aws/metric.h"
 #include "platform/foundation/json_decoding.h"
 
 namespace tessary::aws {
@@ -28,6 +29,19 @@ struct DescribedAlarm {
     std::string reason{};
     std::optional<double> stateUpdated{};       ///< also moves where the state stays
     std::optional<double> stateTransitioned{};  ///< a service may not tell it
+
+    // What it watches: a metric, or one of a list of queries; a composite alarm has neither.
+    std::optional<std::string> namespace_{};
+    std::optional<std::string> metricName{};
+    std::optional<std::vector<Dimension>> dimensions{};
+    std::optional<std::string> statistic{};
+    std::optional<std::string> extendedStatistic{};  ///< instead: "p99", "tm95"
+    std::optional<std::int64_t> period{};            ///< seconds
+    std::optional<std::string> unit{};
+    std::optional<std::vector<MetricQuery>> metrics{};
+    Figure threshold{};
+    std::optional<std::string> band{};  ///< instead: the query that is an anomaly detector's
+    std::optional<std::string> comparison{};
 
     /// Since when the state holds, in milliseconds, as far as it is told.
     std::optional<std::int64_t> since() const;
@@ -60,6 +74,17 @@ inline constexpr auto fieldsOf<aws::DescribedAlarm> = std::tuple{
     Field{"StateReason", &aws::DescribedAlarm::reason},
     Field{"StateUpdatedTimestamp", &aws::DescribedAlarm::stateUpdated},
     Field{"StateTransitionedTimestamp", &aws::DescribedAlarm::stateTransitioned},
+    Field{"Namespace", &aws::DescribedAlarm::namespace_},
+    Field{"MetricName", &aws::DescribedAlarm::metricName},
+    Field{"Dimensions", &aws::DescribedAlarm::dimensions},
+    Field{"Statistic", &aws::DescribedAlarm::statistic},
+    Field{"ExtendedStatistic", &aws::DescribedAlarm::extendedStatistic},
+    Field{"Period", &aws::DescribedAlarm::period},
+    Field{"Unit", &aws::DescribedAlarm::unit},
+    Field{"Metrics", &aws::DescribedAlarm::metrics},
+    Field{"Threshold", &aws::DescribedAlarm::threshold},
+    Field{"ThresholdMetricId", &aws::DescribedAlarm::band},
+    Field{"ComparisonOperator", &aws::DescribedAlarm::comparison},
 };
 
 template <>

@@ -21,13 +21,17 @@
 
 namespace tessary::rounds {
 
-/// A pin of snapshot's kinds.
+/// A pin of snapshot's kinds. Its table is for what is remembered from one start to the next.
 template <class Pin>
 struct KnownPin {
     Pin shown{};                               ///< as its file has it
     std::optional<std::int64_t> answeredMs{};  ///< when it was last answered, since 1970
     std::int64_t failures{};                   ///< in a row
     bool isSeen{};                             ///< answered since this process began
+    std::string subject{};                     ///< what it is of; another's points are not its own
+    std::optional<std::int64_t> seriesMs{};    ///< when it was last told about its points
+    std::int64_t seriesFailures{};             ///< in a row, while the alarm itself was answered
+    std::optional<std::string> seriesFault{};  ///< what is said of them
 };
 
 /// What a round brought of a pin.
@@ -44,8 +48,13 @@ using PinOutcome = std::variant<Refreshed<Pin>, SignInExpired, Unanswered>;
 
 template <class Pin>
 KnownPin<Pin> learned(KnownPin<Pin> known, const PinOutcome<Pin>& outcome, std::int64_t nowMs) {
-    if (const auto* fresh = std::get_if<Refreshed<Pin>>(&outcome))
-        return {fresh->pin, nowMs, 0, true};
+    if (const auto* fresh = std::get_if<Refreshed<Pin>>(&outcome)) {
+        known.shown = fresh->pin;
+        known.answeredMs = nowMs;
+        known.failures = 0;
+        known.isSeen = true;
+        return known;
+    }
     known.shown.authExpired = std::holds_alternative<SignInExpired>(outcome);
     if (known.shown.authExpired) return known;
     const auto& [words, isLasting] = std::get<Unanswered>(outcome);
@@ -64,3 +73,14 @@ snapshot::PinsSnapshot<Pin> pinsFile(const std::vector<KnownPin<Pin>>& pins,
 }
 
 }  // namespace tessary::rounds
+
+template <class Pin>
+inline constexpr auto tessary::foundation::fieldsOf<tessary::rounds::KnownPin<Pin>> = std::tuple{
+    Field{"shown", &tessary::rounds::KnownPin<Pin>::shown},
+    Field{"answeredMs", &tessary::rounds::KnownPin<Pin>::answeredMs},
+    Field{"failures", &tessary::rounds::KnownPin<Pin>::failures},
+    Field{"subject", &tessary::rounds::KnownPin<Pin>::subject},
+    Field{"seriesMs", &tessary::rounds::KnownPin<Pin>::seriesMs},
+    Field{"seriesFailures", &tessary::rounds::KnownPin<Pin>::seriesFailures},
+    Field{"seriesFault", &tessary::rounds::KnownPin<Pin>::seriesFault},
+};
