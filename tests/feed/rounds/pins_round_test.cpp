@@ -1,5 +1,6 @@
 #include "feed/rounds/pins_round.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <map>
