@@ -163,8 +163,9 @@ void PinsRound::ask(Question question, const std::string& profile, const std::st
     ask_(question, [this, profile, take = std::move(take)](const Reply& reply) {
         if (std::holds_alternative<std::string>(reply)) taken_.insert(profile);
         const auto* trouble = std::get_if<aws::Trouble>(&reply);
-        const bool isExpired = trouble && trouble->kind == Kind::tokenExpired;
-        take(isExpired ? SignInExpired{.words = trouble->words} : reply);
+        const bool isOld = trouble && trouble->kind == Kind::tokenExpired;
+        if (isOld || std::holds_alternative<SignInExpired>(reply)) expired_.insert(profile);
+        take(isOld ? SignInExpired{.words = trouble->words} : reply);
     });
 }
 
@@ -332,7 +333,10 @@ PinOutcome<Pin> PinsRound::outcomeOf(const State<Pin>& state) const {
 
 template <class Pin>
 KnownPin<Pin> PinsRound::knownOf(const State<Pin>& state) const {
-    if (!state.isAsked) return state.known;
+    if (!state.isAsked) {
+        const bool isPaused = expired_.contains(state.known.shown.profile);
+        return isPaused ? learned<Pin>(state.known, SignInExpired{}, nowMs_) : state.known;
+    }
     auto known = learned(state.known, outcomeOf(state), nowMs_);
     if (!state.withoutPoints) return known;
     const Kind kind = state.withoutPoints->trouble.kind;

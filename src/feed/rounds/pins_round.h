@@ -100,7 +100,8 @@ private:
     std::vector<Graph> graphs_{};  ///< of the metrics
     std::int64_t nowMs_;
     Ask ask_;
-    std::set<std::string> taken_{};  ///< profiles whose keys are known
+    std::set<std::string> taken_{};    ///< profiles whose keys are known
+    std::set<std::string> expired_{};  ///< those that have to sign in
 };
 
 }  // namespace tessary::rounds

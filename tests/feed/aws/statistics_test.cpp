@@ -1,5 +1,6 @@
 #include "feed/aws/statistics.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 

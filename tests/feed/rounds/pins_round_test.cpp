@@ -1,5 +1,6 @@
 #include "feed/rounds/pins_round.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <map>
@@ -21,11 +22,11 @@ const std::string math =
 const std::string both = R"({"AlarmName":"both","StateValue":"OK","StateReason":"fine"})";
 const std::string more = R"("NextToken":"n",)";
 
-settings::Settings pinned(const std::string& region = "us") {
+settings::Settings pinned() {
     return {.alarms{{"1", "One", "p", "eu", "cpu"},
                     {"2", "", "p", "eu", "both"},
-                    {"3", "", "p", region, "math"}},
-            .metrics{{"4", "", "p", region, "N", "Age", {{"Queue", "q"}}, "Sum", 60}}};
+                    {"3", "", "p", "us", "math"}},
+            .metrics{{"4", "", "p", "us", "N", "Age", {{"Queue", "q"}}, "Sum", 60}}};
 }
 
 std::string body(const Question& question, bool isMore, bool isNext) {
@@ -145,7 +146,9 @@ TEST(PinsRound, LosesNothing) {
 
 TEST(PinsRound, KeepsWhatIsKnownOfTheSamePinAlone) {
     const auto known = roundOf({}, 1000, {}, nullptr);
-    auto settings = pinned("ap");
+    auto settings = pinned();
+    settings.alarms[2].region = "ap";
+    settings.metrics[0].dimensions["Queue"] = "other";
     settings.alarms[0].label = "CPU";
     const auto moved =
         roundOf(known, 1060, {{"DescribeAlarms", "passing"}, {"GetMetricStatistics", "passing"}},
