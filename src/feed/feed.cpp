@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <poll.h>
+#include <set>
 #include <utility>
 
 #include "feed/command.h"
@@ -120,6 +121,8 @@ Result<Plan> loadPlan(const Paths& paths, const aws::KeySources& sources) {
 /// What came of it.
 struct Made {
     std::optional<AlarmsSnapshot> file{};
+    std::optional<snapshot::AlarmPinsSnapshot> alarmPins{};
+    std::optional<snapshot::MetricPinsSnapshot> metricPins{};
     Memory memory{};
     int calls{};
 };
@@ -147,6 +150,27 @@ std::optional<AlarmsSnapshot> offFile(const Paths& paths, std::int64_t interval)
     return off;
 }
 
+/// The profiles whose keys were taken somewhere.
+std::set<std::string> answered(const std::vector<rounds::Target>& targets,
+                               const std::vector<rounds::Outcome>& outcomes) {
+    std::set<std::string> profiles;
+    for (std::size_t at = 0; at < targets.size(); ++at)
+        if (std::holds_alternative<rounds::Answered>(outcomes[at]))
+            profiles.insert(targets[at].profile);
+    return profiles;
+}
+
+/// None where nothing is pinned and no file says otherwise.
+template <class Pin>
+std::optional<snapshot::PinsSnapshot<Pin>> fileOf(const std::vector<rounds::KnownPin<Pin>>& pins,
+                                                  std::int64_t interval, const Paths& paths) {
+    using File = snapshot::PinsSnapshot<Pin>;
+    std::error_code ignored;
+    if (pins.empty() && !fs::exists(paths.container / snapshot::pathOf(File::fileName), ignored))
+        return std::nullopt;
+    return rounds::pinsFile(pins, interval, nowMs());
+}
+
 /// Asks, and keeps the keys and the connections from one round to the next.
 class Asker {
 public:
@@ -155,12 +179,15 @@ public:
 
     Made round(const Plan& plan, const Paths& paths, const Memory& before) {
         const auto& targets = plan.watched.targets;
-        if (targets.empty()) return {.file = offFile(paths, plan.settings.interval)};
+        const auto interval = plan.settings.interval;
         Made made;
         for (const auto& target : targets) made.memory.targets.push_back(knownOf(before, target));
         Questions questions{ring_, client_, plan.surroundings, plan.watched};
         rounds::AlarmsRound round{targets, questions.forAlarms()};
+        rounds::PinsRound pins{
+            plan.settings, {before.alarmPins, before.metricPins}, nowMs(), questions.forPins()};
         round.start();
+        pins.start();
         client_.run();
         auto outcomes = round.outcomes();
         for (std::size_t at = 0; at < targets.size(); ++at) {
@@ -169,7 +196,14 @@ public:
             target = rounds::learned(std::move(target), outcomes[at], nowMs());
         }
         made.memory.ignored = round.ignored();
-        made.file = rounds::alarmsFile(made.memory.targets, plan.settings.interval);
+        made.file = targets.empty() ? offFile(paths, interval)
+                                    : rounds::alarmsFile(made.memory.targets, interval);
+        pins.trust(answered(targets, outcomes));
+        auto known = pins.known();
+        made.alarmPins = fileOf(known.alarms, interval, paths);
+        made.metricPins = fileOf(known.metrics, interval, paths);
+        made.memory.alarmPins = std::move(known.alarms);
+        made.memory.metricPins = std::move(known.metrics);
         made.calls = questions.count();
         return made;
     }
@@ -203,8 +237,13 @@ private:
     std::map<std::string, std::string> states_{};  ///< by what they are of; empty: as it should be
 };
 
+bool isIdle(const Plan& plan) {
+    return plan.watched.targets.empty() && plan.settings.alarms.empty() &&
+           plan.settings.metrics.empty();
+}
+
 std::string whyNothing(const Plan& plan, const Paths& paths) {
-    if (!plan.watched.targets.empty()) return "nothing is written before a target has answered";
+    if (!isIdle(plan)) return "nothing is written before a target has answered";
     return "nothing is watched: name a profile under [[watch]] in " + paths.settings.string() +
            ", or set up the AWS tools' own";
 }
@@ -230,12 +269,13 @@ public:
         if (EndSignals::came()) return false;  // what was cut off tells nothing of the targets
         memory_ = made.memory;
         notes_.tellTargets(memory_);
-        notes_.tellFault("watched", plan_.watched.targets.empty() ? whyNothing(plan_, paths_) : "");
-        const auto written = made.file ? store_.write(*made.file) : Result<void>{};
+        notes_.tellFault("watched", isIdle(plan_) ? whyNothing(plan_, paths_) : "");
+        const auto written = write(made.file).andThen(
+            [&] { return write(made.alarmPins).andThen([&] { return write(made.metricPins); }); });
         notes_.tellFault("file", faultOf(written));
         notes_.tellFault("memory", faultOf(store_.remember(memory_)));
         if (!made.file && made.calls > 0) complainOnce(whyNothing(plan_, paths_));
-        return made.file && written && made.calls > 0;
+        return (made.file || made.alarmPins || made.metricPins) && written && made.calls > 0;
     }
 
     void runUntilEnd(const EndSignals& end) {
@@ -255,6 +295,10 @@ public:
     }
 
 private:
+    template <class Snapshot>
+    Result<void> write(const std::optional<Snapshot>& file) const {
+        return file ? store_.write(*file) : Result<void>{};
+    }
     double interval() const { return static_cast<double>(plan_.settings.interval); }
 
     void complainOnce(const std::string& line) { notes_.tellFault("nothing written", line); }
@@ -285,12 +329,26 @@ private:
     Notes notes_{};
 };
 
+/// What would be written, by the files' names.
+std::string shown(const Made& made) {
+    foundation::JSONWriter json{foundation::JSONWriter::Style::indented};
+    const auto add = [&](const auto& file) {
+        if (file) json.member(file->fileName, *file);
+    };
+    json.object([&] {
+        add(made.file);
+        add(made.alarmPins);
+        add(made.metricPins);
+    });
+    return json.text() + "\n";
+}
+
 int dryRun(const Paths& paths, const Plan& plan, const aws::KeySources& sources) {
     const auto made = Asker{sources}.round(plan, paths, store::remembered(paths.memory));
     Notes{}.tellTargets(made.memory);
-    if (!made.file) return complained({whyNothing(plan, paths)}, failed);
-    const auto printed = system::writeStandardOutput(
-        foundation::toJSON(*made.file, foundation::JSONWriter::Style::indented) + "\n");
+    if (!made.file && !made.alarmPins && !made.metricPins)
+        return complained({whyNothing(plan, paths)}, failed);
+    const auto printed = system::writeStandardOutput(shown(made));
     if (!printed) return complained(printed.fault(), failed);
     return made.calls > 0 ? done : failed;
 }

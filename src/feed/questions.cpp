@@ -9,17 +9,21 @@ namespace tessary::feed {
 
 using aws::Trouble;
 using rounds::PageAnswer;
+using rounds::Reply;
 
 namespace {
 
 /// Twice: the ring hands out none that the service has refused a second time.
 constexpr int mostRefusals = 2;
 
-PageAnswer answerOf(const aws::KeyFault& fault) {
+Reply replyOf(const aws::KeyFault& fault) {
     if (fault.authExpired) return rounds::SignInExpired{fault.endedMs, fault.words};
     return Trouble{Trouble::Kind::lasting, fault.message()};
 }
 
+/// What is not a page is as it came.
+PageAnswer pageOf(const rounds::SignInExpired& expired) { return expired; }
+PageAnswer pageOf(const Trouble& trouble) { return trouble; }
 PageAnswer pageOf(const std::string& body) {
     auto page = foundation::decodeJSON<aws::AlarmsPage>(body);
     if (page) return *std::move(page);
@@ -31,34 +35,44 @@ PageAnswer pageOf(const std::string& body) {
 
 rounds::AskPage Questions::forAlarms() {
     return [this](const rounds::Target& target, const std::optional<std::string>& next,
-                  rounds::TakePage take) {
+                  const rounds::TakePage& take) {
         const aws::AlarmsQuery query{.state = "ALARM", .next = next};
-        ask({target, foundation::toJSON(query), std::move(take)});
+        const auto page = [take](const Reply& reply) {
+            take(std::visit([](const auto& said) { return pageOf(said); }, reply));
+        };
+        ask({{target.profile, target.region, "DescribeAlarms", foundation::toJSON(query)},
+             watched_.isUsual ? "" : target.profile,
+             page});
     };
 }
 
-void Questions::ask(const Question& question) {
-    const auto& target = question.target;
-    const auto keys = ring_.keysOf(watched_.isUsual ? "" : target.profile);
-    if (!keys) return question.take(answerOf(keys.fault()));
-    ++count_;
-    client_.call({.url = surroundings_.endpointOf(target),
-                  .region = target.region,
-                  .action = "DescribeAlarms",
-                  .body = question.body,
-                  .keys = *keys},
-                 [this, question, keys = *keys](const aws::Answer& answer) {
-                     take(question, keys, answer);
-                 });
+rounds::Ask Questions::forPins() {
+    return [this](const rounds::Question& question, const rounds::TakeReply& take) {
+        ask({question, question.profile, take});
+    };
 }
 
-void Questions::take(Question question, const aws::Keys& keys, const aws::Answer& answer) {
-    if (answer) return question.take(pageOf(*answer));
+void Questions::ask(const Asked& asked) {
+    const auto& [profile, region, action, body] = asked.question;
+    const auto keys = ring_.keysOf(asked.profile);
+    if (!keys) return asked.take(replyOf(keys.fault()));
+    ++count_;
+    client_.call(
+        {.url = surroundings_.endpointOf({profile, region}),
+         .region = region,
+         .action = action,
+         .body = body,
+         .keys = *keys},
+        [this, asked, keys = *keys](const aws::Answer& answer) { take(asked, keys, answer); });
+}
+
+void Questions::take(Asked asked, const aws::Keys& keys, const aws::Answer& answer) {
+    if (answer) return asked.take(*answer);
     const auto& trouble = answer.fault();
-    if (trouble.kind != Trouble::Kind::tokenExpired) return question.take(trouble);
-    ring_.forget(watched_.isUsual ? "" : question.target.profile, keys);
-    if (++question.keysRefused < mostRefusals) return ask(question);
-    question.take(rounds::SignInExpired{.words = trouble.words});
+    if (trouble.kind != Trouble::Kind::tokenExpired) return asked.take(trouble);
+    ring_.forget(asked.profile, keys);
+    if (++asked.keysRefused < mostRefusals) return ask(asked);
+    asked.take(rounds::SignInExpired{.words = trouble.words});
 }
 
 }  // namespace tessary::feed

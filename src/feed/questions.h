@@ -1,8 +1,10 @@
 // What a round asks CloudWatch, with the keys of each profile.
 //
 //     Questions questions{ring, client, surroundings, watched};
-//     AlarmsRound round{watched.targets, questions.forAlarms()};
-//     round.start();
+//     AlarmsRound alarms{watched.targets, questions.forAlarms()};
+//     PinsRound pins{settings, known, now, questions.forPins()};
+//     alarms.start();
+//     pins.start();
 //     client.run();
 #pragma once
 
@@ -12,6 +14,7 @@
 #include "feed/aws/client.h"
 #include "feed/aws/key_ring.h"
 #include "feed/rounds/alarms_round.h"
+#include "feed/rounds/pins_round.h"
 #include "feed/watched.h"
 
 namespace tessary::feed {
@@ -25,18 +28,19 @@ public:
         : ring_(ring), client_(client), surroundings_(surroundings), watched_(watched) {}
 
     rounds::AskPage forAlarms();
+    rounds::Ask forPins();
     /// How many calls have been made.
     int count() const { return count_; }
 
 private:
-    struct Question {
-        rounds::Target target{};
-        std::string body{};
-        rounds::TakePage take{};
+    struct Asked {
+        rounds::Question question{};
+        std::string profile{};  ///< whose keys; of none in particular where it is empty
+        rounds::TakeReply take{};
         int keysRefused{};
     };
-    void ask(const Question& question);
-    void take(Question question, const aws::Keys& keys, const aws::Answer& answer);
+    void ask(const Asked& asked);
+    void take(Asked asked, const aws::Keys& keys, const aws::Answer& answer);
 
     aws::KeyRing& ring_;
     aws::Client& client_;

@@ -110,11 +110,49 @@ def test_rounds(home):
         assert not said or all(line.startswith("tessary-widgets-feed: ") for line in lines), said
 
 
+PINS = """[[alarm]]
+profile = "prod"
+region = "us-east-1"
+name = "b"
+[[metric]]
+profile = "prod"
+region = "us-east-1"
+namespace = "AWS/RDS"
+name = "CPUUtilization"
+dimensions = { DBInstanceIdentifier = "orders-db" }
+"""
+
+
+def test_pins(home):
+    start = time.time() // 300 * 300
+    values = [[start - 300 * i, i + 0.5] for i in range(6, 0, -1)]
+    cpu = {"Namespace": "AWS/RDS", "MetricName": "CPUUtilization", "Unit": "Percent", "Values": values}
+    cpu["Dimensions"] = [{"Name": "DBInstanceIdentifier", "Value": "orders-db"}]
+    REGIONS["us-east-1"]["Metrics"] = [cpu]
+    home.settings.write_text(PINS)
+    for faults, alarm, metric in (
+        ({}, "In alarm", "1.5%"),
+        ({"us-east-1": "denied"}, "No right to ask for cloudwatch:DescribeAlarms", "1.5%"),
+        ({"key": "expired"}, "Sign in to prod", "Sign in to prod"),
+        ({}, "In alarm", "1.5%"),
+    ):
+        home.meet(faults)
+        status, _, said = home.call(FEED, "--once")
+        assert status == 0, said
+        for widget, shows in ("alarm", alarm), ("metric", metric):
+            text = home.call(WIDGETS, "render", widget, "--format", "text")[1]
+            assert shows in text, f"{widget} with {faults}: {text} {said}"
+    assert home.call(WIDGETS, "check")[1].count("usable") == 3
+    home.settings.write_text(SETTINGS)
+    home.call(FEED, "--once")
+    assert "Not pinned" in home.call(WIDGETS, "render", "metric", "--format", "text")[1]
+
+
 def test_dry_run_and_status(home):
     before = home.alarms.read_bytes()
     home.settings.write_text(SETTINGS)
     status, output, _ = home.call(FEED, "--dry-run")
-    assert status == 0 and json.loads(output)["firing"] == 3 and home.alarms.read_bytes() == before
+    assert status == 0 and json.loads(output)["alarms"]["firing"] == 3 and home.alarms.read_bytes() == before
     home.call(FEED, "--once")
     home.meet({"us-east-1": "denied"})
     home.call(FEED, "--once")
@@ -155,6 +193,7 @@ def main():
         home = Home(pathlib.Path(folder))
         with home.cloud_watch():
             test_rounds(home)
+            test_pins(home)
             test_dry_run_and_status(home)
             test_running(home)
         kept = [file for file in home.folder.rglob("*") if file.is_file() and ".aws" not in file.parts]

@@ -32,6 +32,7 @@ struct KnownPin {
     std::optional<std::int64_t> seriesMs{};    ///< when it was last told about its points
     std::int64_t seriesFailures{};             ///< in a row, while the alarm itself was answered
     std::optional<std::string> seriesFault{};  ///< what is said of them
+    bool operator==(const KnownPin&) const = default;
 };
 
 /// What a round brought of a pin.

@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "feed/rounds/pins_round.h"
 #include "feed/rounds/targets.h"
 #include "platform/foundation/json_writing.h"
 #include "platform/system/files.h"
@@ -24,6 +25,8 @@ namespace tessary::store {
 struct Memory {
     std::vector<rounds::KnownTarget> targets{};
     std::int64_t ignored{};  ///< alarms that the last round left out by their names
+    std::vector<rounds::KnownAlarm> alarmPins{};
+    std::vector<rounds::KnownMetric> metricPins{};
     bool operator==(const Memory&) const = default;
 };
 
@@ -64,4 +67,6 @@ template <>
 inline constexpr auto tessary::foundation::fieldsOf<tessary::store::Memory> = std::tuple{
     Field{"targets", &tessary::store::Memory::targets},
     Field{"ignored", &tessary::store::Memory::ignored},
+    Field{"alarmPins", &tessary::store::Memory::alarmPins},
+    Field{"metricPins", &tessary::store::Memory::metricPins},
 };
