@@ -174,15 +174,18 @@ def test_running(home):
     assert status == 1 and "another feed writes to" in said, said
     home.write(home.settings, "intervall = 1\n")
     until(lambda: "did you mean interval?" in errors.read_text(), "a complaint of the settings")
-    home.write(home.settings, SETTINGS.replace("eu-west-1", "eu-south-1"))
-    until(lambda: "2\n2 watched · just now" in home.shown(), "the new region's round")
+    home.meet({"us-east-1": "denied"})
+    for regions in "eu-south-1", "eu-west-1":
+        home.write(home.settings, SETTINGS.replace("eu-west-1", regions))
+        until(lambda: f'"{regions}"' in home.alarms.read_text(), "the new region's round")
     home.meet({"us-east-1": "hang", "eu-south-1": "hang"})
-    home.write(home.settings, SETTINGS)
+    home.write(home.settings, SETTINGS.replace("eu-west-1", "eu-south-1"))
     time.sleep(1)
     start = time.monotonic()
     feed.send_signal(signal.SIGTERM)
     assert feed.wait(20) == 0 and time.monotonic() - start < 2
-    assert len(errors.read_text().splitlines()) == 1, errors.read_text()
+    lines = errors.read_text().splitlines()
+    assert len(lines) == 2 and "us-east-1: AccessDenied" in lines[1], lines
 
 
 def main():
