@@ -168,7 +168,7 @@ def test_running(home):
     home.alarms.unlink()
     errors = home.folder / "errors"
     with errors.open("w") as log:
-        feed = subprocess.Popen([FEED], stderr=log, env=home.environment)
+        feed = home.feed = subprocess.Popen([FEED], stderr=log, env=home.environment)
     until(home.alarms.exists, "the first round")
     status, _, said = home.call(FEED, "--once")
     assert status == 1 and "another feed writes to" in said, said
@@ -198,7 +198,10 @@ def main():
             test_rounds(home)
             test_pins(home)
             test_dry_run_and_status(home)
-            test_running(home)
+            try:
+                test_running(home)
+            finally:
+                home.feed.kill()
         kept = [file for file in home.folder.rglob("*") if file.is_file() and ".aws" not in file.parts]
         texts = [file.read_text() for file in kept if file != home.state] + [home.said]
         assert len(texts) > 3 and not any(each in text for text in texts for each in (SECRET, TOKEN))
