@@ -1,5 +1,6 @@
 #include "feed/rounds/targets.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
 
