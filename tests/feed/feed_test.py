@@ -129,11 +129,12 @@ def test_pins(home):
     cpu = {"Namespace": "AWS/RDS", "MetricName": "CPUUtilization", "Unit": "Percent", "Values": values}
     cpu["Dimensions"] = [{"Name": "DBInstanceIdentifier", "Value": "orders-db"}]
     REGIONS["us-east-1"]["Metrics"] = [cpu]
-    home.settings.write_text(PINS)
+    home.settings.write_text(SETTINGS + PINS)
     for faults, alarm, metric in (
         ({}, "In alarm", "1.5%"),
-        ({"us-east-1": "denied"}, "No right to ask for cloudwatch:DescribeAlarms", "1.5%"),
-        ({"key": "expired"}, "Sign in to prod", "Sign in to prod"),
+        ({"us-east-1": "denied"}, "In alarm\nNo right to ask for cloudwatch:DescribeAlarms", "1.5%"),
+        ({"key": "expired"}, "In alarm\nSign in to prod", "1.5%\nSign in to prod"),
+        ({"us-east-1": "unknown"}, "In alarm\nus-east-1: not enabled", "1.5%"),
         ({}, "In alarm", "1.5%"),
     ):
         home.meet(faults)

@@ -1,6 +1,6 @@
 #include "feed/aws/ini.h"
 
-#include <algorithm>
+#include "platform/foundation/letters.h"
 
 namespace tessary::aws {
 
@@ -12,14 +12,6 @@ std::string_view trimmed(std::string_view text) {
     const auto first = text.find_first_not_of(blanks);
     if (first == text.npos) return {};
     return text.substr(first, text.find_last_not_of(blanks) + 1 - first);
-}
-
-std::string inSmallLetters(std::string_view text) {
-    std::string result{text};
-    std::ranges::transform(result, result.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
-    return result;
 }
 
 std::string_view unquoted(std::string_view text) {
@@ -46,8 +38,9 @@ void take(std::string_view line, std::vector<Section>& sections) {
     }
     const auto equals = line.find_first_of("=:");
     if (isNested || equals == line.npos || equals == 0 || sections.empty()) return;
-    sections.back().settings.insert_or_assign(inSmallLetters(trimmed(line.substr(0, equals))),
-                                              trimmed(line.substr(equals + 1)));
+    sections.back().settings.insert_or_assign(
+        foundation::inSmallLetters(trimmed(line.substr(0, equals))),
+        trimmed(line.substr(equals + 1)));
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // What a person wants watched and pinned: the feed's settings, a file in TOML.
 //
-//     parseSettings("interval = 30\n[[watch]]\nprofile = \"prod\"\n", "feed.toml").value().interval    // 30
+//     parseSettings("interval = 30", "feed.toml").value().interval      // 30
 //     parseSettings("[[watch]]\nprofil = \"prod\"", "feed.toml").fault().message()
 //         // feed.toml:2: unknown key 'profil' in [[watch]]; did you mean profile?
 #pragma once

@@ -2,14 +2,11 @@
 
 #include <algorithm>
 
+#include "platform/foundation/letters.h"
+
 namespace tessary::foundation {
 
 namespace {
-
-char small(char letter) {
-    const bool isCapital = letter >= 'A' && letter <= 'Z';
-    return isCapital ? static_cast<char>(letter + ('a' - 'A')) : letter;
-}
 
 bool same(char one, char other) { return small(one) == small(other); }
 
