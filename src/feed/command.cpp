@@ -79,47 +79,47 @@ bool beginsWithOption(const std::vector<std::string>& words) {
     return words[0].starts_with('-') && std::ranges::find(ofProgram, words[0]) == ofProgram.end();
 }
 
-Command::Mode modeOf(Reader& read) {
-    const Words& words = read.words;
-    if (std::string_view{words.command->name} == "status") return Command::Mode::status;
-    if (words.has(option::once) && words.has(option::dryRun))
-        read.refuse("expected --once or --dry-run, not both");
-    if (words.has(option::dryRun)) return Command::Mode::dryRun;
-    return words.has(option::once) ? Command::Mode::once : Command::Mode::run;
+std::optional<std::filesystem::path> pathOf(Reader& read, const Option& option) {
+    const auto word = read.words.value(option);
+    if (!word) return std::nullopt;
+    if (word->empty()) read.refuse(option, *word, "a path");
+    return *word;
 }
 
-Command understand(Reader& read) {
+Given givenOf(Reader& read) {
+    return {pathOf(read, option::container), pathOf(read, option::info),
+            pathOf(read, option::settings)};
+}
+
+RoundsCall roundsOf(Reader& read) {
+    const bool once = read.words.has(option::once), dry = read.words.has(option::dryRun);
+    if (once && dry) read.refuse("expected --once or --dry-run, not both");
+    using Mode = RoundsCall::Mode;
+    return {dry ? Mode::dryRun : once ? Mode::once : Mode::endless, givenOf(read)};
+}
+
+Call understand(Reader& read) {
     const Words& words = read.words;
     if (!words.operands.empty()) read.refuse("'" + words.operands[0] + "' is one word too many");
-    const auto path = [&](const Option& option) -> Command::Path {
-        const auto word = words.value(option);
-        if (!word) return std::nullopt;
-        if (word->empty()) read.refuse(option, *word, "a path");
-        return *word;
-    };
-    return {.mode = modeOf(read),
-            .json = words.has(option::json),
-            .container = path(option::container),
-            .info = path(option::info),
-            .settings = path(option::settings)};
+    const std::string_view command{words.command->name};
+    if (command == "status") return StatusCall{words.has(option::json)};
+    return roundsOf(read);
 }
 
-Result<Command> commandOf(const Words& words) {
-    const auto told = [](std::string text) -> Result<Command> {
-        return Command{.mode = Command::Mode::information, .information = std::move(text)};
-    };
-    if (words.has(option::help)) return told(system::help(program, *words.command));
-    if (words.has(option::version)) return told("tessary-widgets-feed " TESSARY_VERSION "\n");
+Result<Call> callOf(const Words& words) {
+    if (words.has(option::help)) return Call{Information{system::help(program, *words.command)}};
+    if (words.has(option::version))
+        return Call{Information{"tessary-widgets-feed " TESSARY_VERSION "\n"}};
     Reader read{words};
-    const Command command = understand(read);
-    return read.whole(command);
+    const Call call = understand(read);
+    return read.whole(call);
 }
 
 }  // namespace
 
-Result<Command> parseCall(std::vector<std::string> words) {
+Result<Call> parseCall(std::vector<std::string> words) {
     if (beginsWithOption(words)) words.insert(words.begin(), "run");
-    return system::parse(program, std::move(words)).andThen(commandOf);
+    return system::parse(program, std::move(words)).andThen(callOf);
 }
 
 }  // namespace tessary::feed

@@ -1,32 +1,43 @@
 // The feed's command line.
 //
-//     parseCall({"--once"}).value().mode               // Mode::once
-//     parseCall({"status", "--json"}).value().json     // true
-//     parseCall({"stat"}).fault().message()            // names the word at fault, and what is known
+//     std::get<RoundsCall>(parseCall({"--once"}).value()).mode      // Mode::once
+//     std::get<StatusCall>(parseCall({"status", "--json"}).value()).json      // true
+//     parseCall({"stat"}).fault().message()      // names the word at fault, and what is known
 #pragma once
 
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "platform/foundation/result.h"
 
 namespace tessary::feed {
 
-struct Command {
-    enum class Mode { run, once, dryRun, status, information };
+/// Where things lie, as far as the call says.
+struct Given {
     using Path = std::optional<std::filesystem::path>;
-
-    Mode mode{};
-    bool json{};
     Path container{};
     Path info{};
     Path settings{};
-    std::string information{};  ///< what is to be printed, help or the version
 };
 
+/// Help or the version.
+struct Information {
+    std::string text{};
+};
+struct RoundsCall {
+    enum class Mode { endless, once, dryRun };
+    Mode mode{};
+    Given given{};
+};
+struct StatusCall {
+    bool json{};
+};
+using Call = std::variant<Information, RoundsCall, StatusCall>;
+
 /// Without a command the feed runs.
-foundation::Result<Command> parseCall(std::vector<std::string> words);
+foundation::Result<Call> parseCall(std::vector<std::string> words);
 
 }  // namespace tessary::feed

@@ -1,0 +1,48 @@
+// One round of questions: the widgets' files, and what is known from then on.
+//
+//     Asker asker{sources};
+//     const auto made = asker.round(plan, paths, memory);
+//     made.alarms->firing                       // as many as were told
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "feed/aws/client.h"
+#include "feed/aws/key_ring.h"
+#include "feed/plan.h"
+#include "feed/store/store.h"
+#include "snapshot/alarms_snapshot.h"
+#include "snapshot/pins_snapshot.h"
+
+namespace tessary::feed {
+
+/// Milliseconds since 1970.
+std::int64_t nowMs();
+
+/// What came of a round. A file that is not there is left as it stands.
+struct Made {
+    std::optional<snapshot::AlarmsSnapshot> alarms{};
+    std::optional<snapshot::AlarmPinsSnapshot> alarmPins{};
+    std::optional<snapshot::MetricPinsSnapshot> metricPins{};
+    store::Memory memory{};
+    int calls{};  ///< that went out
+
+    bool hasFiles() const { return alarms || alarmPins || metricPins; }
+};
+
+/// Keeps the keys and the connections from one round to the next.
+class Asker {
+public:
+    explicit Asker(const aws::KeySources& sources);
+
+    /// Returns within the client's budget, but for programs that are asked for keys; at once where
+    /// a signal has come to end the feed.
+    Made round(const Plan& plan, const Paths& paths, const store::Memory& before);
+
+private:
+    aws::KeyRing ring_;
+    aws::Client client_;
+};
+
+}  // namespace tessary::feed

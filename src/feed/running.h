@@ -1,0 +1,46 @@
+// A feed at work: rounds, their files, and what is told of them.
+//
+//     Feed feed{paths, plan, std::move(store), sources};
+//     feed.round();                            // once
+//     feed.runUntilEnd(EndSignals{});          // every interval, and where the settings change
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "feed/asker.h"
+#include "feed/notes.h"
+#include "feed/plan.h"
+#include "feed/signals.h"
+#include "feed/store/store.h"
+#include "platform/system/path_watch.h"
+
+namespace tessary::feed {
+
+/// Makes rounds in its store, as long as it has that for itself.
+class Feed {
+public:
+    Feed(Paths paths, Plan plan, store::Store store, aws::KeySources sources);
+
+    /// Whether some target was asked, and a file written.
+    bool round();
+
+    void runUntilEnd(const EndSignals& end);
+
+private:
+    template <class Snapshot>
+    foundation::Result<void> write(const std::optional<Snapshot>& file) const;
+    double interval() const { return static_cast<double>(plan_.settings.interval); }
+    bool hasChanged(system::PathWatch& watch, const EndSignals& end, double seconds);
+    bool reload();
+
+    Paths paths_;
+    Plan plan_;
+    store::Store store_;
+    aws::KeySources sources_;
+    Asker asker_;
+    store::Memory memory_;
+    Notes notes_{};
+};
+
+}  // namespace tessary::feed
