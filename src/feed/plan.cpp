@@ -47,10 +47,10 @@ Result<settings::Settings> loadSettings(const Paths& paths) {
 Result<fs::path> memoryFile() { return ownFile(system::stateFolder(), "feed.json"); }
 
 Result<Paths> Paths::find(const Given& given) {
-    return settingsFile(given).andThen([&](const fs::path& settings) {
-        return memoryFile().andThen([&](const fs::path& memory) {
-            return containerOf(given).transform([&](const fs::path& container) {
-                return Paths{settings, given.settings.has_value(), memory, container};
+    return settingsFile(given).andThen([&](const fs::path& toml) {
+        return memoryFile().andThen([&](const fs::path& json) {
+            return containerOf(given).transform([&](const fs::path& folder) {
+                return Paths{toml, given.settings.has_value(), json, folder};
             });
         });
     });
