@@ -23,8 +23,8 @@ using PatternPtr = Owned<FcPattern, FcPatternDestroy>;
 /// is ready when it makes its first map, for all threads.
 void lookUpTheRest() {
     FcDefaultSubstitute(PatternPtr{FcPatternCreate()}.get());
+    const PangosWork work;
     const Owned<PangoFontMap, g_object_unref> map{pango_ft2_font_map_new()};
-    finishPangosWork();
 }
 
 /// The files that fonts are in, a font at a time.

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/drawing/machine_fonts.h"
+#include "platform/drawing/pango_work.h"
 #include "platform/drawing/release.h"
 #include "platform/drawing/symbols.h"
 
@@ -330,6 +331,7 @@ private:
 
     std::string language_;
     std::map<PangoWeight, std::unique_ptr<FontFace>> standIns_{};
+    PangosWork work_{};
     MapPtr machine_{};
     ContextPtr machineContext_{};
     std::map<PangoFont*, Kept> faces_{};

@@ -8,4 +8,11 @@ namespace tessary::drawing {
 /// Does what this thread has been left to do.
 void finishPangosWork();
 
+/// Is there before a font map, so that what its end leaves to do is done.
+struct PangosWork {
+    PangosWork() = default;
+    PangosWork(const PangosWork&) = delete;
+    ~PangosWork() { finishPangosWork(); }
+};
+
 }  // namespace tessary::drawing
