@@ -267,6 +267,8 @@ std::string paintPDF(const DisplayList& list, PangoTypesetter& typesetter, found
     std::string document;
     const SurfacePtr surface{
         cairo_pdf_surface_create_for_stream(append, &document, list.size.width, list.size.height)};
+    // From 1.5 on a document's objects may be packed, its date among them; nothing here needs it.
+    cairo_pdf_surface_restrict_to_version(surface.get(), CAIRO_PDF_VERSION_1_4);
     cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE,
                                    timestamp(date).c_str());
     const CairoContextPtr cr{cairo_create(surface.get())};

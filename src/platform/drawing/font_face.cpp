@@ -145,7 +145,11 @@ double FontFace::unitsPerEm() const {
 void FontFace::addOutline(std::uint32_t glyph, views::Point origin, double scale,
                           views::Path& path) const {
     OutlineReader reader{origin, scale, path};
+#if HB_VERSION_ATLEAST(7, 0, 0)
+    hb_font_draw_glyph(parts_->font.get(), glyph, outlineFunctions(), &reader);
+#else
     hb_font_get_glyph_shape(parts_->font.get(), glyph, outlineFunctions(), &reader);
+#endif
 }
 
 _cairo_font_face* FontFace::cairoFace() const {

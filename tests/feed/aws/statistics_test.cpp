@@ -45,7 +45,7 @@ TEST(Statistics, AreSortedAndFinite) {
         {.seconds = 60.0004, .average = -1e308},
     };
     for (std::size_t which = 0; which < 7 * 7 * 7 * 7; ++which) {
-        StatisticsAnswer answer{.points{{}}};
+        StatisticsAnswer answer{.points = std::vector<Datapoint>{}};
         for (std::size_t rest = which; answer.points->size() < 4; rest /= 7)
             answer.points->push_back(told[rest % 7]);
         const auto [points, unit] = samplesOf(answer, "Average");

@@ -14,7 +14,8 @@ PageAnswer page(const std::string& said) {
     if (said == "expired") return SignInExpired{.words = "sign in"};
     if (const auto kind = foundation::parse<aws::Trouble::Kind>(said))
         return aws::Trouble{*kind, said};
-    aws::AlarmsPage page{.metricAlarms{{}}, .compositeAlarms{{}}};
+    using Alarms = std::vector<aws::DescribedAlarm>;
+    aws::AlarmsPage page{.metricAlarms = Alarms{}, .compositeAlarms = Alarms{}};
     for (const auto& name : words(replaced(replaced(said, "+", ""), ",", " ")))
         (name.starts_with("c-") ? page.compositeAlarms : page.metricAlarms)
             ->push_back({.name = name});

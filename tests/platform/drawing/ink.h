@@ -16,7 +16,7 @@ inline std::string inked(const Pixels& pixels) {
             const auto pixel = pixels.values.at(static_cast<std::size_t>(y * pixels.width + x));
             const auto alpha = pixel >> 24U, red = pixel >> 16U & 0xFFU, blue = pixel & 0xFFU;
             const char strong = red >= blue ? 'R' : 'B', faint = red >= blue ? 'r' : 'b';
-            text += alpha < 32 ? '.' : alpha < 128 ? faint : strong;
+            text += alpha < 32 ? '.' : alpha < 112 ? faint : strong;
         }
         text.resize(text.find_last_not_of('.') + 1);
         text += '\n';

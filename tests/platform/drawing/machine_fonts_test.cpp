@@ -51,7 +51,7 @@ TEST(MachineFonts, AreAllThatCanBeReadBehindTheSandbox) {
 
 TEST(MachineFonts, AreMissedBeforeAnythingIsDrawnWithoutThem) {
     EXPECT_EQ(sandbox::confined([] {
-                  sandbox::enterSandbox({.readable = {{}}});
+                  sandbox::enterSandbox({.readable = std::vector<fs::path>{}});
                   try {
                       PangoTypesetter{"en_US"};
                       return std::string{"draws"};

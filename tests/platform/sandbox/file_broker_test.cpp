@@ -36,7 +36,7 @@ TEST(FileBroker, OpensWhatItMayAndLooksThePathUpEachTime) {
                   fs::create_directory(file.parent_path());
                   folder.write("container/file", "two");
                   ::mkfifo((folder / "container/pipe").c_str(), 0600);
-                  enterSandbox({.readable = {{}}});
+                  enterSandbox({.readable = std::vector<fs::path>{}});
                   for (const fs::path& path : {file, folder / "old/file", folder / "container/pipe",
                                                fs::path{}, fs::path{std::string(5000, 'x')}})
                       said += told(broker.read(path));
