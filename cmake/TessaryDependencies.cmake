@@ -25,23 +25,20 @@ if(TESSARY_BENCHMARKS)
   find_package(benchmark REQUIRED)
 endif()
 
-# ICU, Cairo, libseccomp and the C++ library are linked into the program itself: their thousands of names would
-# else be looked up at every start, and Cairo would bring the X11 libraries, which nothing here calls
-# (docs/dependencies.md has the figures).
-find_library(TESSARY_CAIRO_ARCHIVE libcairo.a REQUIRED)
-find_library(TESSARY_SECCOMP_ARCHIVE libseccomp.a REQUIRED)
-find_library(TESSARY_ICU_I18N_ARCHIVE libicui18n.a REQUIRED)
-find_library(TESSARY_ICU_UC_ARCHIVE libicuuc.a REQUIRED)
-find_library(TESSARY_ICU_DATA_ARCHIVE libicudata.a REQUIRED)
+# ICU, Cairo, libseccomp and the C++ library are linked into the program itself where Debian has their
+# archives: their thousands of names would else be looked up at every start, and Cairo would bring the
+# X11 libraries, which nothing here calls (docs/dependencies.md has the figures).
+# tessary_archived(NAME LIBRARY...): a target that links them, each from its archive if there is one.
+function(tessary_archived name)
+  add_library(${name} INTERFACE)
+  foreach(library IN LISTS ARGN)
+    find_library(TESSARY_LIB_${library} NAMES lib${library}.a lib${library}.so REQUIRED)
+    target_link_libraries(${name} INTERFACE "${TESSARY_LIB_${library}}")
+  endforeach()
+endfunction()
 
-add_library(tessary_seccomp INTERFACE)
-target_link_libraries(tessary_seccomp INTERFACE "${TESSARY_SECCOMP_ARCHIVE}")
-
-add_library(tessary_icu INTERFACE)
-target_link_libraries(tessary_icu INTERFACE "${TESSARY_ICU_I18N_ARCHIVE}" "${TESSARY_ICU_UC_ARCHIVE}"
-                                            "${TESSARY_ICU_DATA_ARCHIVE}")
-
-add_library(tessary_cairo INTERFACE)
+tessary_archived(tessary_seccomp seccomp)
+tessary_archived(tessary_icu icui18n icuuc icudata)
+tessary_archived(tessary_cairo cairo)
 target_include_directories(tessary_cairo SYSTEM INTERFACE ${CAIRO_INCLUDE_DIRS})
-target_link_libraries(tessary_cairo INTERFACE "${TESSARY_CAIRO_ARCHIVE}" PkgConfig::PIXMAN
-                                              PkgConfig::PANGO)
+target_link_libraries(tessary_cairo INTERFACE PkgConfig::PIXMAN PkgConfig::PANGO)

@@ -37,12 +37,14 @@ usage() {
     sed -n '2,/^[^#]/{ s/^# \{0,1\}//p }' "$script"
 }
 
-# Ninja configures again by itself when a CMake file changes, but not when the presets do.
+# configure PRESET [FOLDER]: Ninja configures again by itself when a CMake file changes, but not when
+# the presets do, nor when another preset takes the folder over.
 configure() {
     local preset=$1
-    local stamp=build/$preset/build.ninja
-    if [[ ! -e $stamp || CMakePresets.json -nt $stamp ]]; then
+    local stamp=build/${2-$preset}/configured
+    if [[ ! -e $stamp || CMakePresets.json -nt $stamp || $(<"$stamp") != "$preset" ]]; then
         cmake --preset "$preset"
+        echo "$preset" >"$stamp"
     fi
 }
 
@@ -50,4 +52,12 @@ build() {
     local preset=$1
     configure "$preset"
     cmake --build --preset "$preset"
+}
+
+# What people run, in build/release. Where that was made for the tests it is not made anew without.
+build_programs() {
+    local preset=demo
+    [[ ! -e build/release/configured ]] || preset=$(<build/release/configured)
+    configure "$preset" release
+    cmake --build build/release --target programs
 }
