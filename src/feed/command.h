@@ -35,7 +35,10 @@ struct RoundsCall {
 struct StatusCall {
     bool json{};
 };
-using Call = std::variant<Information, RoundsCall, StatusCall>;
+struct OpenCall {
+    std::string url{};
+};
+using Call = std::variant<Information, RoundsCall, StatusCall, OpenCall>;
 
 /// Without a command the feed runs.
 foundation::Result<Call> parseCall(std::vector<std::string> words);

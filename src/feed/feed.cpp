@@ -1,11 +1,13 @@
 #include "feed/feed.h"
 
+#include <sys/stat.h>
 #include <utility>
 #include <variant>
 
 #include "feed/asker.h"
 #include "feed/command.h"
 #include "feed/notes.h"
+#include "feed/open.h"
 #include "feed/plan.h"
 #include "feed/running.h"
 #include "feed/signals.h"
@@ -66,11 +68,15 @@ int perform(const StatusCall& call) {
     return printed(statusText(memory, nowMs()));
 }
 
+int perform(const OpenCall& call) { return openLink(call.url); }
+
 }  // namespace
 
 int run(const std::vector<std::string>& words) {
     const auto call = parseCall(words);
     if (!call) return complained(call.fault(), wrongCall);
+    // A browser keeps the user's own mask.
+    if (!std::holds_alternative<OpenCall>(*call)) ::umask(S_IRWXG | S_IRWXO);
     return std::visit([](const auto& each) { return perform(each); }, *call);
 }
 
