@@ -34,10 +34,10 @@ struct Made {
 /// Keeps the keys and the connections from one round to the next.
 class Asker {
 public:
-    explicit Asker(const aws::KeySources& sources);
+    explicit Asker(const aws::KeySources& sources, aws::Patience patience = {});
 
-    /// Returns within the client's budget, but for programs that are asked for keys; at once where
-    /// a signal has come to end the feed.
+    /// Returns within the client's budget, at once where a signal has come to end the feed. A
+    /// program that is still asked for keys by then goes on; this is not destroyed before its end.
     Made round(const Plan& plan, const Paths& paths, const store::Memory& before);
 
 private:

@@ -104,7 +104,7 @@ RoundsCall roundsOf(Reader& read) {
     const bool once = read.words.has(option::once), dry = read.words.has(option::dryRun);
     if (once && dry) read.refuse("expected --once or --dry-run, not both");
     using Mode = RoundsCall::Mode;
-    return {dry ? Mode::dryRun : once ? Mode::once : Mode::endless, givenOf(read)};
+    return {.mode = dry ? Mode::dryRun : once ? Mode::once : Mode::endless, .given = givenOf(read)};
 }
 
 Call understand(Reader& read) {

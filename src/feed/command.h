@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "feed/aws/client.h"
 #include "platform/foundation/result.h"
 
 namespace tessary::feed {
@@ -31,6 +32,7 @@ struct RoundsCall {
     enum class Mode { endless, once, dryRun };
     Mode mode{};
     Given given{};
+    aws::Patience patience{};
 };
 struct StatusCall {
     bool json{};

@@ -16,12 +16,13 @@ std::string faultOf(const Result<void>& result) { return result ? "" : result.fa
 
 }  // namespace
 
-Feed::Feed(Paths paths, Plan plan, store::Store store, aws::KeySources sources)
+Feed::Feed(Paths paths, Plan plan, store::Store store, aws::KeySources sources,
+           aws::Patience patience)
     : paths_(std::move(paths)),
       plan_(std::move(plan)),
       store_(std::move(store)),
       sources_(std::move(sources)),
-      asker_(sources_),
+      asker_(sources_, std::move(patience)),
       memory_(store::remembered(paths_.memory)) {}
 
 template <class Snapshot>

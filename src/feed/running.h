@@ -20,7 +20,8 @@ namespace tessary::feed {
 /// Makes rounds in its store, as long as it has that for itself.
 class Feed {
 public:
-    Feed(Paths paths, Plan plan, store::Store store, aws::KeySources sources);
+    Feed(Paths paths, Plan plan, store::Store store, aws::KeySources sources,
+         aws::Patience patience = {});
 
     /// Whether some target was asked, and a file written.
     bool round();
