@@ -36,6 +36,17 @@ if(TESSARY_FEED)
   set_target_properties(tessary-widgets-feed PROPERTIES RUNTIME_OUTPUT_DIRECTORY
                                                         "${PROJECT_BINARY_DIR}")
   install(TARGETS tessary-widgets-feed RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  # What opens the widgets' links. Where no package is being made, whose own scripts do it, it is
+  # made known at once.
+  install(FILES "${PROJECT_SOURCE_DIR}/data/feed/com.tessary.desktop.Links.desktop"
+          DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+  install(
+    CODE "find_program(UPDATE_DESKTOP_DATABASE update-desktop-database)
+          if(UPDATE_DESKTOP_DATABASE AND NOT DEFINED ENV{DESTDIR})
+            execute_process(
+              COMMAND \"\${UPDATE_DESKTOP_DATABASE}\" -q
+                      \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/applications\")
+          endif()")
 endif()
 install(TARGETS tessary-widgets RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 install(FILES "${PROJECT_BINARY_DIR}/info.json"
