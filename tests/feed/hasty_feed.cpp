@@ -3,5 +3,5 @@
 
 int main(int argc, char** argv) {
     return tessary::feed::run({argv + 1, argv + argc},
-                              {.budget = 2, .call = 0.6, .pause = 0.05, .program = 2.5});
+                              {.budget = 3, .call = 1.2, .pause = 0.05, .program = 4});
 }
