@@ -107,6 +107,7 @@ Made Asker::round(const Plan& plan, const Paths& paths, const Memory& before) {
         auto& target = made.memory.targets[at];
         target = rounds::learned(std::move(target), outcomes[at], nowMs());
     }
+    made.memory.said = before.said;
     made.memory.ignored = round.ignored();
     made.alarms = targets.empty() ? offFile(paths, interval)
                                   : rounds::alarmsFile(made.memory.targets, interval);
@@ -116,6 +117,7 @@ Made Asker::round(const Plan& plan, const Paths& paths, const Memory& before) {
     made.metricPins = fileOf(known.metrics, interval, paths);
     made.memory.alarmPins = std::move(known.alarms);
     made.memory.metricPins = std::move(known.metrics);
+    made.outcomes = std::move(outcomes);
     made.calls = questions.count();
     return made;
 }

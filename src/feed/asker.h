@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "feed/aws/client.h"
 #include "feed/aws/key_ring.h"
@@ -26,7 +27,8 @@ struct Made {
     std::optional<snapshot::AlarmPinsSnapshot> alarmPins{};
     std::optional<snapshot::MetricPinsSnapshot> metricPins{};
     store::Memory memory{};
-    int calls{};  ///< that went out
+    std::vector<rounds::Outcome> outcomes{};  ///< of the targets that are watched
+    int calls{};                              ///< that went out
 
     bool hasFiles() const { return alarms || alarmPins || metricPins; }
 };

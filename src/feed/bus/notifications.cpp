@@ -69,13 +69,23 @@ struct Notifications::Ears {
         return 0;
     }
 
+    /// Comes before a click.
+    static int given(sd_bus_message* signal, void* self, sd_bus_error*) {
+        std::uint32_t id = 0;
+        const char* token = nullptr;
+        if (::sd_bus_message_read(signal, "us", &id, &token) < 0) return 0;
+        const auto entry = of(self).find(id);
+        if (entry != of(self).entries_.end()) entry->token = token;
+        return 0;
+    }
+
     static int invoked(sd_bus_message* signal, void* self, sd_bus_error*) {
         std::uint32_t id = 0;
         const char* action = nullptr;
         if (::sd_bus_message_read(signal, "us", &id, &action) < 0) return 0;
         const auto entry = of(self).find(id);
         if (entry != of(self).entries_.end() && std::string_view{action} == "default")
-            of(self).outside_.open(entry->notice.link);
+            of(self).outside_.open({entry->notice.link, entry->token});
         return 0;
     }
 
@@ -136,7 +146,7 @@ void Notifications::tend() {
 
 void Notifications::process() {
     if (!connection_.isOpen() || connection_.process()) return;
-    for (Slot* const slot : {&call_, &invoked_, &closed_, &changed_}) slot->reset();
+    for (Slot* const slot : {&call_, &given_, &invoked_, &closed_, &changed_}) slot->reset();
     connection_.close();
     forgetShown();
     if (std::ranges::any_of(entries_, &Entry::waits)) fail("the session bus has gone");
@@ -149,6 +159,7 @@ void Notifications::listen() {
                                     handler, nullptr, this);
         return Slot{slot};
     };
+    given_ = hear("ActivationToken", Ears::given);
     invoked_ = hear("ActionInvoked", Ears::invoked);
     closed_ = hear("NotificationClosed", Ears::closed);
     sd_bus_slot* slot = nullptr;

@@ -22,8 +22,12 @@ namespace tessary::bus {
 
 class Notifications {
 public:
+    struct Click {
+        std::string link{};
+        std::string token{};  ///< lets what is opened come to the front; may be empty
+    };
     struct Outside {
-        std::function<void(const std::string& link)> open{};
+        std::function<void(const Click& click)> open{};
         /// Why nothing is shown; an empty text says that all is well.
         std::function<void(const std::string& fault)> tell{};
     };
@@ -45,6 +49,7 @@ private:
         notices::Notice notice{};
         std::uint32_t id{};  ///< of who shows it; 0: it is not shown
         bool waits{true};    ///< to be shown, or shown as it is now
+        std::string token{};
     };
     struct Abilities {
         bool actions{};
@@ -69,7 +74,7 @@ private:
     std::optional<Abilities> abilities_{};
     notices::Notice sending_{};
     Slot call_{};  ///< what is asked now
-    Slot invoked_{}, closed_{}, changed_{};
+    Slot given_{}, invoked_{}, closed_{}, changed_{};
 };
 
 }  // namespace tessary::bus
