@@ -7,7 +7,8 @@
 #     PREFIX/bin/tessary-widgets-desktop        # finds tessary-widgets beside itself
 #     PREFIX/bin/tessary-widgets-feed
 #     PREFIX/share/applications/, PREFIX/etc/xdg/autostart/, PREFIX/lib/systemd/user/
-#                                               # which start it by its name, from the PATH
+#                                               # which start it by its name, from the PATH;
+#                                               # the feed's service knows where it was installed
 #     PREFIX/share/icons/hicolor/scalable/apps/
 #     PREFIX/share/tessary-widgets/info.json
 #     PREFIX/share/tessary-widgets/schema/      # JSON Schemas, for writers of the files
@@ -47,6 +48,17 @@ if(TESSARY_FEED)
               COMMAND \"\${UPDATE_DESKTOP_DATABASE}\" -q
                       \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/applications\")
           endif()")
+  set(TESSARY_FEED_DATA "${PROJECT_SOURCE_DIR}/data/feed")
+  # A service says where its program lies, which is known when the prefix is.
+  install(CODE "
+    get_filename_component(prefix \"\${CMAKE_INSTALL_PREFIX}\" ABSOLUTE)
+    set(TESSARY_FEED_PROGRAM \"\${prefix}/${CMAKE_INSTALL_BINDIR}/tessary-widgets-feed\")
+    configure_file(\"${TESSARY_FEED_DATA}/tessary-widgets-feed.service.in\"
+                   \"${PROJECT_BINARY_DIR}/tessary-widgets-feed.service\" @ONLY)")
+  install(FILES "${PROJECT_BINARY_DIR}/tessary-widgets-feed.service"
+          DESTINATION lib/systemd/user)
+  install(FILES "${TESSARY_FEED_DATA}/autostart/com.tessary.desktop.Feed.desktop"
+          DESTINATION "${CMAKE_INSTALL_SYSCONFDIR}/xdg/autostart")
 endif()
 install(TARGETS tessary-widgets RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 install(FILES "${PROJECT_BINARY_DIR}/info.json"
