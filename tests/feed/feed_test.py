@@ -13,16 +13,9 @@ import tempfile
 import time
 
 sys.dont_write_bytecode = True
-from home import CPU, PINS, REGIONS, SETTINGS, START, Home  # noqa: E402
+from home import CPU, PINS, REGIONS, SETTINGS, START, Home, until  # noqa: E402
 
 FEED, WIDGETS, *_ = sys.argv[1:]
-
-
-def until(true, what):
-    end = time.monotonic() + 20
-    while not true():
-        assert time.monotonic() < end, f"waited in vain for {what}"
-        time.sleep(0.05)
 
 
 def test_dry_run_and_status(home):

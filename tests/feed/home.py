@@ -51,6 +51,15 @@ exit ${FAILS-0}
 WIDGETS = ".local/share/group-containers/com.tessary.desktop/widgets"
 
 
+def until(holds, what, seconds=20):
+    """Waits for something to be true, and returns it."""
+    end = time.monotonic() + seconds
+    while not (found := holds()):
+        assert time.monotonic() < end, f"waited in vain for {what}"
+        time.sleep(0.02)
+    return found
+
+
 class Home:
     def __init__(self, folder):
         os.umask(0o022)
