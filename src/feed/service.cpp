@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <sys/un.h>
 #include <unistd.h>
 #include <utility>
@@ -37,7 +38,9 @@ Service::Service()
       pause_(pauseOf(taken("WATCHDOG_USEC"), taken("WATCHDOG_PID"))) {
     if (!address_.starts_with('/') && !address_.starts_with('@')) return;
     if (address_.starts_with('@')) address_.front() = '\0';  // a name that is no file's
-    socket_ = system::Descriptor{::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)};
+    socket_ = system::Descriptor{::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)};
+    const timeval most{.tv_sec = 1, .tv_usec = 0};  // that a manager is waited for to listen
+    ::setsockopt(socket_.number(), SOL_SOCKET, SO_SNDTIMEO, &most, sizeof most);
 }
 
 Service::~Service() { send("STOPPING=1"); }

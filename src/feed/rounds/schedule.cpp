@@ -7,7 +7,8 @@ namespace tessary::rounds {
 namespace {
 
 constexpr double settling = 3;  // seconds until a machine that woke has its network
-constexpr double waking = 60;   // and until it tells of it no more
+constexpr double longestPause = 600;
+constexpr double waking = 60;  // and until it tells of it no more
 
 }  // namespace
 
@@ -20,7 +21,7 @@ void Schedule::end(double now, bool hasFailures) {
         believedFrom_ = now;
     } else if (isRetry_) {
         believedFrom_ = now + pause_;
-        pause_ *= 2;
+        pause_ = std::min(2 * pause_, longestPause);
     }
     isRetry_ = false;
 }
