@@ -26,7 +26,8 @@ bool Connection::open() {
 bool Connection::process() {
     int done = 1;
     while (isOpen() && done > 0) done = ::sd_bus_process(get(), nullptr);
-    return isOpen() && done >= 0;
+    if (done < 0) bus_.reset();
+    return isOpen();
 }
 
 Connection::Wanted Connection::wanted() const {

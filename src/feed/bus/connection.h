@@ -26,9 +26,9 @@ public:
     /// Opens one where none is; whether it has. Whoever is on the bus hears from it later.
     bool open();
     bool isOpen() const { return bus_ != nullptr; }
-    void close() { bus_.reset(); }
 
-    /// Takes in what has come and sends what lies ready. False where that was the end of it.
+    /// Takes in what has come and sends what lies ready. False where that was the end of it, and it
+    /// is closed.
     bool process();
 
     struct Wanted {
@@ -47,7 +47,7 @@ private:
     std::unique_ptr<sd_bus, Closing> bus_{};
 };
 
-/// What is asked or listened to, and given up with this. Has to go before its connection does.
+/// What is asked or listened to, and given up with this.
 struct SlotClosing {
     void operator()(sd_bus_slot* slot) const;
 };

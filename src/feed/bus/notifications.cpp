@@ -147,7 +147,6 @@ void Notifications::tend() {
 void Notifications::process() {
     if (!connection_.isOpen() || connection_.process()) return;
     for (Slot* const slot : {&call_, &given_, &invoked_, &closed_, &changed_}) slot->reset();
-    connection_.close();
     forgetShown();
     if (std::ranges::any_of(entries_, &Entry::waits)) fail("the session bus has gone");
 }

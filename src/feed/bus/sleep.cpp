@@ -26,7 +26,6 @@ void Sleep::tend() {
 void Sleep::process() {
     if (!connection_.isOpen() || connection_.process()) return;
     listening_.reset();
-    connection_.close();
 }
 
 }  // namespace tessary::bus
