@@ -17,14 +17,16 @@ double secondsOf(clockid_t clock) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
-double lead() { return secondsOf(CLOCK_REALTIME) - secondsOf(CLOCK_MONOTONIC); }
-
 }  // namespace
+
+double secondsAhead() { return secondsOf(CLOCK_REALTIME) - secondsOf(CLOCK_MONOTONIC); }
 
 double wakefulSeconds() { return secondsOf(CLOCK_BOOTTIME); }
 
-TimeJumps::TimeJumps()
-    : timer_(::timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC)), lead_(lead()) {
+TimeJumps::TimeJumps(std::function<double()> ahead)
+    : timer_(::timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC)),
+      ahead_(std::move(ahead)),
+      before_(ahead_()) {
     arm();
 }
 
@@ -33,8 +35,8 @@ bool TimeJumps::haveCome() {
     [[maybe_unused]] const auto count = ::read(descriptor(), &expirations, sizeof expirations);
     arm();
     constexpr double step = 5;
-    const double now = lead();
-    return std::abs(now - std::exchange(lead_, now)) > step;
+    const double now = ahead_();
+    return std::abs(now - std::exchange(before_, now)) > step;
 }
 
 /// For a moment that never comes: what is waited for is that it be cancelled.

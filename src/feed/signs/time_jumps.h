@@ -5,6 +5,8 @@
 //     if (jumps.haveCome()) ...
 #pragma once
 
+#include <functional>
+
 #include "platform/system/files.h"
 
 namespace tessary::signs {
@@ -12,9 +14,12 @@ namespace tessary::signs {
 /// Seconds of a clock that nobody sets and that goes on while the machine sleeps.
 double wakefulSeconds();
 
+/// By how many the time of day leads a clock that stands while the machine sleeps.
+double secondsAhead();
+
 class TimeJumps {
 public:
-    TimeJumps();
+    explicit TimeJumps(std::function<double()> ahead = secondsAhead);
 
     /// Becomes readable when the clock was set. Negative where the system tells nobody.
     int descriptor() const { return timer_.number(); }
@@ -26,7 +31,8 @@ private:
     void arm() const;
 
     system::Descriptor timer_;
-    double lead_;  ///< of the time of day over a clock that stands while the machine sleeps
+    std::function<double()> ahead_;
+    double before_;
 };
 
 }  // namespace tessary::signs
