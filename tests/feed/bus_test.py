@@ -24,15 +24,12 @@ from services import connect  # noqa: E402
 
 FEED = str(pathlib.Path(sys.argv[1]).resolve())
 INTERFACE = "org.freedesktop.Notifications"
+GIVEN = "".join(f'<arg type="{form}" direction="in"/>' for form in "s u s s s as a{sv} i".split())
 DESKTOP = f"""<node>
   <interface name="{INTERFACE}">
     <method name="GetCapabilities"><arg type="as" direction="out"/></method>
     <method name="CloseNotification"><arg type="u" direction="in"/></method>
-    <method name="Notify">
-      <arg type="s" direction="in"/><arg type="u" direction="in"/><arg type="s" direction="in"/>
-      <arg type="s" direction="in"/><arg type="s" direction="in"/><arg type="as" direction="in"/>
-      <arg type="a{{sv}}" direction="in"/><arg type="i" direction="in"/><arg type="u" direction="out"/>
-    </method>
+    <method name="Notify">{GIVEN}<arg type="u" direction="out"/></method>
   </interface>
 </node>"""
 SETTINGS = 'interval = 600\nnotify = {}\n[[watch]]\nprofile = "prod"\nregions = ["us-east-1"]\nignore = ["no{}"]\n'
@@ -46,9 +43,9 @@ ROUNDS = [
     ("nobody could ask", "", {"us-east-1": "denied"}, []),
     ("it is as it was", "a", {}, []),
     ("to and fro", "a b", {}, []),
-    ("a burst", "a & < d e f", {}, ["3! 5 alarms entered ALARM | &amp;, &lt;, d, e, f"]),
+    ("a burst", "a & < > e f", {}, ["3! 5 alarms entered ALARM | &amp;, &lt;, &gt;, e, f"]),
     ("the end of a sign-in", "", {"key": "expired"}, ["4: The sign-in to prod has expired | ExpiredTokenException: The security token included in the request is expired; aws configure --profile prod"]),
-    ("signed in, and another", "a & < d e f <g>", {}, ["closes 4", "5! In ALARM: <g> | prod · us-east-1 / high"]),
+    ("signed in, and another", "a & < > e f <g>", {}, ["closes 4", "5! In ALARM: <g> | prod · us-east-1 / high"]),
 ]
 
 
@@ -78,36 +75,28 @@ class Desktop:
             self.news.append(f"{number}{'!' if urgent else ':'} {title} | {body}".replace("\n", " / "))
             call.return_value(GLib.Variant("(u)", (number,)))
 
-    def emit(self, name, form, *words):
-        self.bus.emit_signal(None, "/org/freedesktop/Notifications", INTERFACE, name, GLib.Variant(form, words))
-
     def click(self, number):
-        self.emit("ActivationToken", "(us)", number, "to-front")
-        self.emit("ActionInvoked", "(us)", number, "default")
-        self.emit("NotificationClosed", "(uu)", number, 2)
+        for name, form, word in ("ActivationToken", "(us)", "front"), ("ActionInvoked", "(us)", "default"), ("NotificationClosed", "(uu)", 2):
+            self.bus.emit_signal(None, "/org/freedesktop/Notifications", INTERFACE, name, GLib.Variant(form, (number, word)))
 
 
 class Machine:
     """A feed at work, its buses, and whoever has started it."""
 
     def __init__(self, home, ends):
-        self.home, self.ends, self.turn, self.notify = home, ends, 0, "true"
+        self.home, self.ends, self.turn, self.notify, self.heard = home, ends, 0, "true", []
         self.errors = home.folder / "errors"
         self.manager = ends.enter_context(socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM))
         self.manager.bind(str(home.folder / "manager"))
-        self.heard = []
         threading.Thread(target=self.listen, daemon=True).start()
-        self.session, self.system = self.start_bus(), self.start_bus()
-        home.write("bin/systemd-run", BROWSER).chmod(0o700)
-        home.environment |= {"DBUS_SESSION_BUS_ADDRESS": self.session[1], "DBUS_SYSTEM_BUS_ADDRESS": self.system[1]}
-        threading.Thread(target=GLib.MainLoop().run, daemon=True).start()
-
-    def start_bus(self):
         words = "dbus-daemon --session --nofork --nosyslog --print-address".split()
-        bus = subprocess.Popen(words, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
-        self.ends.callback(bus.wait)
-        self.ends.callback(bus.kill)
-        return bus, bus.stdout.readline().strip()
+        self.bus = ends.enter_context(subprocess.Popen(words, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True))
+        ends.callback(self.bus.kill)
+        self.address = self.bus.stdout.readline().strip()
+        buses = "DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS"
+        home.environment |= dict.fromkeys(buses, self.address)
+        home.write("bin/systemd-run", BROWSER).chmod(0o700)
+        threading.Thread(target=GLib.MainLoop().run, daemon=True).start()
 
     def start(self, **more):
         with self.errors.open("a") as log:
@@ -124,7 +113,9 @@ class Machine:
 
     def round(self, alarms, faults=None):
         """Has the feed, which may just have started, look at once: something else is to be watched."""
-        self.set(alarms, faults)
+        REGIONS["us-east-1"]["MetricAlarms"] = [ALARM | {"AlarmName": name} for name in alarms.split()]
+        self.home.write(".aws/credentials", CREDENTIALS)  # keys anew
+        self.home.meet(faults or {})
         before = self.rounds()
 
         def nudge():
@@ -137,11 +128,6 @@ class Machine:
 
         until(nudge, f"a round with {alarms}")
         time.sleep(0.3)
-
-    def set(self, alarms, faults=None):
-        REGIONS["us-east-1"]["MetricAlarms"] = [ALARM | {"AlarmName": name} for name in alarms.split()]
-        self.home.write(".aws/credentials", CREDENTIALS)  # keys anew
-        self.home.meet(faults or {})
 
     def listen(self):
         with contextlib.suppress(OSError):
@@ -175,7 +161,7 @@ def test_clicks(machine, desktop):
     """The manager opens what a service is clicked for, else the feed itself does."""
     desktop.click(1)
     first, *rest = machine.opened()
-    words = "--user --collect --quiet --setenv=XDG_ACTIVATION_TOKEN=to-front --"
+    words = "--user --collect --quiet --setenv=XDG_ACTIVATION_TOKEN=front --"
     assert first == f"{words} {FEED} open {LINK}" and rest == ["0077"], (first, rest)
     machine.stop()
     until(lambda: "STOPPING=1" in machine.heard, "the end")
@@ -184,7 +170,7 @@ def test_clicks(machine, desktop):
     machine.round("h")
     desktop.click(desktop.shown)
     first, *rest = machine.opened()
-    assert first.startswith(PAGE) and rest[1:] == ["XDG_ACTIVATION_TOKEN=to-front"], (first, rest)
+    assert first.startswith(PAGE) and rest[1:] == ["XDG_ACTIVATION_TOKEN=front"], (first, rest)
 
 
 def test_restart(machine, desktop):
@@ -208,7 +194,7 @@ def test_silence(machine, desktop):
 
 def test_wake(machine):
     """Many signs, one round."""
-    login = connect(machine.system[1])
+    login = connect(machine.address)
     Gio.bus_own_name_on_connection(login, "org.freedesktop.login1", 0, None, None)
 
     def seen(*states):
@@ -233,12 +219,12 @@ def test_others_at_fault(machine, desktop):
     machine.round("h i j m")
     time.sleep(5.5)
     desktop.bus.close_sync()
-    simple = Desktop(machine.session[1])
+    simple = Desktop(machine.address)
     until(lambda: len(simple.news) == 2, "all that was not shown yet")
     assert simple.news[0].startswith("1: No longer in ALARM: k | "), simple.news
     machine.round("h i j m <n>")
     assert simple.news[-1].startswith("3! In ALARM: <n> | "), simple.news
-    machine.session[0].kill()
+    machine.bus.kill()
     machine.round("h i j m <n> o")
     machine.round("h i j m <n> o p")
     lines = machine.errors.read_text().splitlines()[before:]
@@ -252,7 +238,7 @@ def main():
         home.settings.write_text(SETTINGS.format("true", 0))
         ends.enter_context(home.cloud_watch())
         machine = Machine(home, ends)
-        desktop = Desktop(machine.session[1], "actions", "body-markup")
+        desktop = Desktop(machine.address, "actions", "body-markup")
         test_notices(machine, desktop)
         test_clicks(machine, desktop)
         test_restart(machine, desktop)

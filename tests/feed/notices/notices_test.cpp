@@ -14,12 +14,9 @@ rounds::Outcome outcomeOf(const std::string& said, const Target& target) {
     if (said == "failed") return rounds::Failed{"no answer"};
     if (said == "expired") return rounds::SignInExpired{.words = "sign in <here>"};
     rounds::Answered answer;
-    for (const auto& name : words(replaced(said, "+", " "))) {
-        const auto count = name.starts_with("many") ? std::stoi(name.substr(4)) : 1;
-        for (int i = 0; i < count; ++i)
-            answer.alarms.push_back({unescaped(count == 1 ? name : name + '-' + std::to_string(i)),
-                                     target.profile, target.region, 0, "because\nof it"});
-    }
+    for (const auto& name : words(replaced(said, "+", " ")))
+        answer.alarms.push_back(
+            {unescaped(name), target.profile, target.region, 0, "because\nof it"});
     return answer;
 }
 
@@ -61,8 +58,6 @@ TEST(Notices, TellWhatHasChanged) {
         return text.empty() ? "nothing" : text;
     });
 }
-
-TEST(Notices, AreNoMarkup) { EXPECT_EQ(inMarkup("<b>&amp;"), "&lt;b&gt;&amp;amp;"); }
 
 }  // namespace
 }  // namespace tessary::notices
