@@ -221,7 +221,7 @@ def test_others_at_fault(machine, desktop):
     desktop.bus.close_sync()
     simple = Desktop(machine.address)
     until(lambda: len(simple.news) == 2, "all that was not shown yet")
-    assert simple.news[0].startswith("1: No longer in ALARM: k | "), simple.news
+    assert [line.split(" | ")[0] for line in simple.news] == ["1! In ALARM: m", "2: No longer in ALARM: k"], simple.news
     machine.round("h i j m <n>")
     assert simple.news[-1].startswith("3! In ALARM: <n> | "), simple.news
     machine.bus.kill()

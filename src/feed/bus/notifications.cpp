@@ -46,6 +46,15 @@ std::optional<std::string> faultOf(sd_bus_message* answer) {
 struct Notifications::Ears {
     static Notifications& of(void* self) { return *static_cast<Notifications*>(self); }
 
+    /// Sends a call whose answer is waited for before the next is sent.
+    static void ask(Notifications& self, const Message& call, sd_bus_message_handler_t answered) {
+        sd_bus_slot* slot = nullptr;
+        const int error = ::sd_bus_call_async(self.connection_.get(), &slot, call.get(), answered,
+                                              &self, patience);
+        self.call_.reset(slot);
+        if (error < 0) self.fail("the session bus does not take it");
+    }
+
     static int abilities(sd_bus_message* answer, void* self, sd_bus_error*) {
         if (const auto fault = faultOf(answer)) return of(self).fail(*fault), 0;
         Abilities found;
@@ -182,10 +191,7 @@ void Notifications::advance() {
 }
 
 void Notifications::askAbilities() {
-    const auto call = callOf(connection_.get(), "GetCapabilities");
-    sd_bus_slot* slot = nullptr;
-    ::sd_bus_call_async(connection_.get(), &slot, call.get(), Ears::abilities, this, patience);
-    call_.reset(slot);
+    Ears::ask(*this, callOf(connection_.get(), "GetCapabilities"), Ears::abilities);
 }
 
 void Notifications::send(const Entry& entry) {
@@ -203,9 +209,7 @@ void Notifications::send(const Entry& entry) {
                             sending_.isUrgent ? critical : normal, "desktop-entry", "s",
                             desktopEntry);
     ::sd_bus_message_append(words, "i", -1);
-    sd_bus_slot* slot = nullptr;
-    ::sd_bus_call_async(connection_.get(), &slot, words, Ears::sent, this, patience);
-    call_.reset(slot);
+    Ears::ask(*this, call, Ears::sent);
 }
 
 void Notifications::withdraw(std::uint32_t id) {
@@ -228,8 +232,11 @@ void Notifications::sent(std::uint32_t id) {
     advance();
 }
 
+/// Next time it is another's turn: who shows them may refuse this one.
 void Notifications::fail(const std::string& why) {
     call_.reset();
+    const auto entry = find(sending_.matter);
+    if (entry != entries_.end()) entries_.splice(entries_.end(), entries_, entry);
     outside_.tell("a notification cannot be shown: " + why);
 }
 
