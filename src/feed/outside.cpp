@@ -56,20 +56,20 @@ Outside::Outside(rounds::Schedule& schedule, Notes& notes)
       notifications_(
           {.open =
                [&](const bus::Notifications::Click& click) {
-                   start(errandFor(click, service_.isManaged()));
+                   start(errandFor(click, manager_.isManaged()));
                },
            .tell = [&](const std::string& fault) { notes.tellFault("notifications", fault); }}) {}
 
 void Outside::begin() {
     sleep_.tend();
-    service_.begin();
+    manager_.begin();
 }
 
 /// Seconds until something has to be done, whatever comes.
 double Outside::patience() const {
     double seconds = schedule_.due() - signs::wakefulSeconds();
     for (const auto& limit : {sleep_.connection().wanted().seconds,
-                              notifications_.connection().wanted().seconds, service_.pause()})
+                              notifications_.connection().wanted().seconds, manager_.pause()})
         seconds = std::min(seconds, limit.value_or(seconds));
     return std::max(seconds, 0.0);
 }
@@ -87,7 +87,7 @@ void Outside::wait(std::span<pollfd> events) {
     if (all[1].revents != 0 && jumps_.haveCome()) schedule_.wake(signs::wakefulSeconds());
     sleep_.process();
     notifications_.process();
-    service_.live();
+    manager_.live();
 }
 
 void Outside::show(const notices::Telling& telling) {
@@ -96,8 +96,8 @@ void Outside::show(const notices::Telling& telling) {
 }
 
 void Outside::tend(const std::string& status) {
-    service_.tell(status);
-    service_.live();
+    manager_.tell(status);
+    manager_.live();
     sleep_.tend();
     notifications_.tend();
 }

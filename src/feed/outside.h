@@ -17,7 +17,7 @@
 #include "feed/notes.h"
 #include "feed/notices/notices.h"
 #include "feed/rounds/schedule.h"
-#include "feed/service.h"
+#include "feed/service_manager.h"
 #include "feed/signs/network.h"
 #include "feed/signs/time_jumps.h"
 
@@ -40,7 +40,7 @@ private:
     double patience() const;
 
     rounds::Schedule& schedule_;
-    Service service_{};
+    ServiceManager manager_{};
     signs::Network network_{};
     signs::TimeJumps jumps_{};
     bus::Sleep sleep_;

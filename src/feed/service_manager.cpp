@@ -1,4 +1,4 @@
-#include "feed/service.h"
+#include "feed/service_manager.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -33,7 +33,7 @@ std::optional<double> pauseOf(const std::string& microseconds, const std::string
 
 }  // namespace
 
-Service::Service()
+ServiceManager::ServiceManager()
     : address_(taken("NOTIFY_SOCKET")),
       pause_(pauseOf(taken("WATCHDOG_USEC"), taken("WATCHDOG_PID"))) {
     if (!address_.starts_with('/') && !address_.starts_with('@')) return;
@@ -43,17 +43,17 @@ Service::Service()
     ::setsockopt(socket_.number(), SOL_SOCKET, SO_SNDTIMEO, &most, sizeof most);
 }
 
-Service::~Service() { send("STOPPING=1"); }
+ServiceManager::~ServiceManager() { send("STOPPING=1"); }
 
-void Service::tell(const std::string& status) {
+void ServiceManager::tell(const std::string& status) {
     if (std::exchange(status_, status) != status) send("STATUS=" + status);
 }
 
-void Service::live() const {
+void ServiceManager::live() const {
     if (pause_) send("WATCHDOG=1");
 }
 
-void Service::send(const std::string& words) const {
+void ServiceManager::send(const std::string& words) const {
     if (!isManaged()) return;
     sockaddr_un address{};
     address.sun_family = AF_UNIX;

@@ -1,9 +1,9 @@
 // What the feed tells the service manager that has started it, where one has.
 //
-//     Service service;                          // nobody that is started from here on hears of it
-//     service.begin();                          // it is up
-//     service.tell("3 firing in 2 targets");
-//     service.live();                           // and not stuck, which has to be said time and again
+//     ServiceManager manager;                   // nobody that is started from here on hears of it
+//     manager.begin();                          // it is up
+//     manager.tell("3 firing in 2 targets");
+//     manager.live();                           // and not stuck, which has to be said time and again
 //
 // It is told of the end when this goes.
 #pragma once
@@ -15,11 +15,11 @@
 
 namespace tessary::feed {
 
-class Service {
+class ServiceManager {
 public:
-    Service();
-    Service(const Service&) = delete;
-    ~Service();
+    ServiceManager();
+    ServiceManager(const ServiceManager&) = delete;
+    ~ServiceManager();
 
     /// Whether a manager is there.
     bool isManaged() const { return socket_.number() >= 0; }
