@@ -7,7 +7,8 @@
 #     PREFIX/bin/tessary-widgets-desktop        # finds tessary-widgets beside itself
 #     PREFIX/bin/tessary-widgets-feed
 #     PREFIX/share/applications/, PREFIX/etc/xdg/autostart/, PREFIX/lib/systemd/user/
-#                                               # which start it by its name, from the PATH
+#                                               # which start it by its name, from the PATH;
+#                                               # the feed's service knows where it was installed
 #     PREFIX/share/icons/hicolor/scalable/apps/
 #     PREFIX/share/tessary-widgets/info.json
 #     PREFIX/share/tessary-widgets/schema/      # JSON Schemas, for writers of the files
@@ -36,6 +37,28 @@ if(TESSARY_FEED)
   set_target_properties(tessary-widgets-feed PROPERTIES RUNTIME_OUTPUT_DIRECTORY
                                                         "${PROJECT_BINARY_DIR}")
   install(TARGETS tessary-widgets-feed RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  # What opens the widgets' links. Where no package is being made, whose own scripts do it, it is
+  # made known at once.
+  install(FILES "${PROJECT_SOURCE_DIR}/data/feed/com.tessary.desktop.Links.desktop"
+          DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+  install(
+    CODE "find_program(UPDATE_DESKTOP_DATABASE update-desktop-database)
+          if(UPDATE_DESKTOP_DATABASE AND NOT DEFINED ENV{DESTDIR})
+            execute_process(
+              COMMAND \"\${UPDATE_DESKTOP_DATABASE}\" -q
+                      \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/applications\")
+          endif()")
+  set(TESSARY_FEED_DATA "${PROJECT_SOURCE_DIR}/data/feed")
+  # A service says where its program lies, which is known when the prefix is.
+  install(CODE "
+    get_filename_component(prefix \"\${CMAKE_INSTALL_PREFIX}\" ABSOLUTE)
+    set(TESSARY_FEED_PROGRAM \"\${prefix}/${CMAKE_INSTALL_BINDIR}/tessary-widgets-feed\")
+    configure_file(\"${TESSARY_FEED_DATA}/tessary-widgets-feed.service.in\"
+                   \"${PROJECT_BINARY_DIR}/tessary-widgets-feed.service\" @ONLY)")
+  install(FILES "${PROJECT_BINARY_DIR}/tessary-widgets-feed.service"
+          DESTINATION lib/systemd/user)
+  install(FILES "${TESSARY_FEED_DATA}/autostart/com.tessary.desktop.Feed.desktop"
+          DESTINATION "${CMAKE_INSTALL_SYSCONFDIR}/xdg/autostart")
 endif()
 install(TARGETS tessary-widgets RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 install(FILES "${PROJECT_BINARY_DIR}/info.json"

@@ -1,6 +1,7 @@
 #include "feed/asker.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <limits>
 #include <set>
@@ -22,8 +23,18 @@ using store::Memory;
 namespace {
 
 /// Nothing is waited for any more once the feed is to end.
-double roundSeconds() {
-    return EndSignals::came() ? std::numeric_limits<double>::infinity() : aws::steadySeconds();
+aws::Patience untilTheEnd(aws::Patience patience) {
+    patience.clock = [clock = patience.clock] {
+        return EndSignals::came() ? std::numeric_limits<double>::infinity() : clock();
+    };
+    return patience;
+}
+
+aws::KeyRing::Run runWithin(double seconds) {
+    return [time = std::chrono::milliseconds{std::llround(seconds * 1000)}](system::Errand errand) {
+        errand.time = time;
+        return system::runChild(errand);
+    };
 }
 
 KnownTarget knownOf(const Memory& memory, const rounds::Target& target) {
@@ -74,8 +85,9 @@ std::optional<snapshot::PinsSnapshot<Pin>> fileOf(const std::vector<rounds::Know
 
 std::int64_t nowMs() { return std::llround(foundation::wallClock().seconds * 1000); }
 
-Asker::Asker(const aws::KeySources& sources)
-    : ring_(sources, foundation::wallClock, system::runChild), client_({.clock = roundSeconds}) {}
+Asker::Asker(const aws::KeySources& sources, aws::Patience patience)
+    : ring_(sources, foundation::wallClock, runWithin(patience.program)),
+      client_(untilTheEnd(std::move(patience))) {}
 
 Made Asker::round(const Plan& plan, const Paths& paths, const Memory& before) {
     const auto& targets = plan.watched.targets;
@@ -95,6 +107,7 @@ Made Asker::round(const Plan& plan, const Paths& paths, const Memory& before) {
         auto& target = made.memory.targets[at];
         target = rounds::learned(std::move(target), outcomes[at], nowMs());
     }
+    made.memory.said = before.said;
     made.memory.ignored = round.ignored();
     made.alarms = targets.empty() ? offFile(paths, interval)
                                   : rounds::alarmsFile(made.memory.targets, interval);
@@ -104,6 +117,7 @@ Made Asker::round(const Plan& plan, const Paths& paths, const Memory& before) {
     made.metricPins = fileOf(known.metrics, interval, paths);
     made.memory.alarmPins = std::move(known.alarms);
     made.memory.metricPins = std::move(known.metrics);
+    made.outcomes = std::move(outcomes);
     made.calls = questions.count();
     return made;
 }

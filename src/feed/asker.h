@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "feed/aws/client.h"
 #include "feed/aws/key_ring.h"
@@ -26,7 +27,8 @@ struct Made {
     std::optional<snapshot::AlarmPinsSnapshot> alarmPins{};
     std::optional<snapshot::MetricPinsSnapshot> metricPins{};
     store::Memory memory{};
-    int calls{};  ///< that went out
+    std::vector<rounds::Outcome> outcomes{};  ///< of the targets that are watched
+    int calls{};                              ///< that went out
 
     bool hasFiles() const { return alarms || alarmPins || metricPins; }
 };
@@ -34,10 +36,10 @@ struct Made {
 /// Keeps the keys and the connections from one round to the next.
 class Asker {
 public:
-    explicit Asker(const aws::KeySources& sources);
+    explicit Asker(const aws::KeySources& sources, aws::Patience patience = {});
 
-    /// Returns within the client's budget, but for programs that are asked for keys; at once where
-    /// a signal has come to end the feed.
+    /// Returns within the client's budget, at once where a signal has come to end the feed. A
+    /// program that is still asked for keys by then goes on; this is not destroyed before its end.
     Made round(const Plan& plan, const Paths& paths, const store::Memory& before);
 
 private:

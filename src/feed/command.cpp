@@ -56,11 +56,20 @@ constexpr system::Command commands[] = {
      .options = option::ofStatus,
      .footer = "Exit status: 0 said, 1 nothing is known yet, 2 a wrong call.",
      .examples = "  tessary-widgets-feed status --json"},
+    {.name = "open",
+     .purpose = "Show the console's page of a widget's link in the browser",
+     .options = option::ofProgram,
+     .operand = "URL",
+     .operandHelp = "tessary://alarms where none is given",
+     .footer = "Exit status: that of xdg-open; 1 there is no such page or no xdg-open, 2 it is no\n"
+               "widget's link, or the settings are wrong.",
+     .examples = "  tessary-widgets-feed open\n"
+                 "  tessary-widgets-feed open 'tessary://cloudwatch/metric?pin=orders'"},
     {.name = "help",
      .purpose = "Show this help, or that of a command",
      .options = option::ofProgram,
      .operand = "COMMAND",
-     .operandHelp = "run or status",
+     .operandHelp = "run, status or open",
      .examples = "  tessary-widgets-feed help status"},
 };
 
@@ -95,13 +104,17 @@ RoundsCall roundsOf(Reader& read) {
     const bool once = read.words.has(option::once), dry = read.words.has(option::dryRun);
     if (once && dry) read.refuse("expected --once or --dry-run, not both");
     using Mode = RoundsCall::Mode;
-    return {dry ? Mode::dryRun : once ? Mode::once : Mode::endless, givenOf(read)};
+    return {.mode = dry ? Mode::dryRun : once ? Mode::once : Mode::endless, .given = givenOf(read)};
 }
 
 Call understand(Reader& read) {
     const Words& words = read.words;
-    if (!words.operands.empty()) read.refuse("'" + words.operands[0] + "' is one word too many");
     const std::string_view command{words.command->name};
+    const std::size_t most = command == "open" ? 1 : 0;
+    if (words.operands.size() > most)
+        read.refuse("'" + words.operands[most] + "' is one word too many");
+    if (command == "open")
+        return OpenCall{words.operands.empty() ? "tessary://alarms" : words.operands[0]};
     if (command == "status") return StatusCall{words.has(option::json)};
     return roundsOf(read);
 }

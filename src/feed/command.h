@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "feed/aws/client.h"
 #include "platform/foundation/result.h"
 
 namespace tessary::feed {
@@ -31,11 +32,15 @@ struct RoundsCall {
     enum class Mode { endless, once, dryRun };
     Mode mode{};
     Given given{};
+    aws::Patience patience{};
 };
 struct StatusCall {
     bool json{};
 };
-using Call = std::variant<Information, RoundsCall, StatusCall>;
+struct OpenCall {
+    std::string url{};
+};
+using Call = std::variant<Information, RoundsCall, StatusCall, OpenCall>;
 
 /// Without a command the feed runs.
 foundation::Result<Call> parseCall(std::vector<std::string> words);

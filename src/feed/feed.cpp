@@ -1,11 +1,13 @@
 #include "feed/feed.h"
 
+#include <sys/stat.h>
 #include <utility>
 #include <variant>
 
 #include "feed/asker.h"
 #include "feed/command.h"
 #include "feed/notes.h"
+#include "feed/open.h"
 #include "feed/plan.h"
 #include "feed/running.h"
 #include "feed/signals.h"
@@ -31,8 +33,9 @@ std::string shown(const Made& made) {
     return json.text() + "\n";
 }
 
-int dryRun(const Paths& paths, const Plan& plan, const aws::KeySources& sources) {
-    const auto made = Asker{sources}.round(plan, paths, store::remembered(paths.memory));
+int dryRun(const Paths& paths, const Plan& plan, const aws::KeySources& sources,
+           const aws::Patience& patience) {
+    const auto made = Asker{sources, patience}.round(plan, paths, store::remembered(paths.memory));
     Notes{}.tellTargets(made.memory);
     if (!made.hasFiles()) return complained({whyNothing(plan, paths)}, failed);
     const int status = printed(shown(made));
@@ -47,10 +50,10 @@ int perform(const RoundsCall& call) {
     const auto sources = aws::KeySources::ofEnvironment();
     auto plan = loadPlan(*paths, sources);
     if (!plan) return complained(plan.fault(), wrongCall);
-    if (call.mode == RoundsCall::Mode::dryRun) return dryRun(*paths, *plan, sources);
+    if (call.mode == RoundsCall::Mode::dryRun) return dryRun(*paths, *plan, sources, call.patience);
     auto store = store::Store::open(paths->container, paths->memory);
     if (!store) return complained(store.fault(), failed);
-    Feed feed{*paths, *std::move(plan), *std::move(store), sources};
+    Feed feed{*paths, *std::move(plan), *std::move(store), sources, call.patience};
     if (call.mode == RoundsCall::Mode::once) return feed.round() ? done : failed;
     feed.runUntilEnd(EndSignals{});
     return done;
@@ -66,11 +69,16 @@ int perform(const StatusCall& call) {
     return printed(statusText(memory, nowMs()));
 }
 
+int perform(const OpenCall& call) { return openLink(call.url); }
+
 }  // namespace
 
-int run(const std::vector<std::string>& words) {
-    const auto call = parseCall(words);
+int run(const std::vector<std::string>& words, const aws::Patience& patience) {
+    auto call = parseCall(words);
     if (!call) return complained(call.fault(), wrongCall);
+    if (auto* const rounds = std::get_if<RoundsCall>(&*call)) rounds->patience = patience;
+    // A browser keeps the user's own mask.
+    if (!std::holds_alternative<OpenCall>(*call)) ::umask(S_IRWXG | S_IRWXO);
     return std::visit([](const auto& each) { return perform(each); }, *call);
 }
 

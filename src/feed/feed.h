@@ -6,9 +6,11 @@
 #include <string>
 #include <vector>
 
+#include "feed/aws/client.h"
+
 namespace tessary::feed {
 
-/// The whole program for the words behind its name; its exit status.
-int run(const std::vector<std::string>& words);
+/// The whole program for the words behind its name; its exit status. Rounds have this patience.
+int run(const std::vector<std::string>& words, const aws::Patience& patience = {});
 
 }  // namespace tessary::feed

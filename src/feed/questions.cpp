@@ -53,6 +53,16 @@ rounds::Ask Questions::forPins() {
 }
 
 void Questions::ask(const Asked& asked) {
+    if (ring_.isReady(asked.profile)) return send(asked);
+    client_.when(
+        [this, asked] { return ring_.isReady(asked.profile); },
+        [this, asked](bool isReady) {
+            if (isReady) return send(asked);
+            asked.take(Trouble{Trouble::Kind::passing, "Nobody has told the keys in time"});
+        });
+}
+
+void Questions::send(const Asked& asked) {
     const auto& [profile, region, action, body] = asked.question;
     const auto keys = ring_.keysOf(asked.profile);
     if (!keys) return asked.take(replyOf(keys.fault()));

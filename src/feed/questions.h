@@ -40,6 +40,7 @@ private:
         int keysRefused{};
     };
     void ask(const Asked& asked);
+    void send(const Asked& asked);
     void take(Asked asked, const aws::Keys& keys, const aws::Answer& answer);
 
     aws::KeyRing& ring_;

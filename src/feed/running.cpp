@@ -1,10 +1,10 @@
 #include "feed/running.h"
 
 #include <algorithm>
-#include <cmath>
-#include <iterator>
 #include <poll.h>
 #include <utility>
+
+#include "feed/status.h"
 
 namespace tessary::feed {
 
@@ -14,14 +14,26 @@ namespace {
 
 std::string faultOf(const Result<void>& result) { return result ? "" : result.fault().message(); }
 
+/// Something was not answered that would be by now. Who has to sign in is not among it.
+bool hasFailures(const store::Memory& memory) {
+    const auto target = [](const rounds::KnownTarget& each) {
+        return each.fault.has_value() && !each.authExpired;
+    };
+    const auto pin = [](const auto& each) { return each.failures > 0 && !each.shown.authExpired; };
+    return std::ranges::any_of(memory.targets, target) ||
+           std::ranges::any_of(memory.alarmPins, pin) ||
+           std::ranges::any_of(memory.metricPins, pin);
+}
+
 }  // namespace
 
-Feed::Feed(Paths paths, Plan plan, store::Store store, aws::KeySources sources)
+Feed::Feed(Paths paths, Plan plan, store::Store store, aws::KeySources sources,
+           aws::Patience patience)
     : paths_(std::move(paths)),
       plan_(std::move(plan)),
       store_(std::move(store)),
       sources_(std::move(sources)),
-      asker_(sources_),
+      asker_(sources_, std::move(patience)),
       memory_(store::remembered(paths_.memory)) {}
 
 template <class Snapshot>
@@ -30,8 +42,9 @@ Result<void> Feed::write(const std::optional<Snapshot>& file) const {
 }
 
 bool Feed::round() {
-    const auto made = asker_.round(plan_, paths_, memory_);
+    auto made = asker_.round(plan_, paths_, memory_);
     if (EndSignals::came()) return false;  // what was cut off tells nothing of the targets
+    if (outside_ != nullptr) tell(made);
     memory_ = made.memory;
     notes_.tellTargets(memory_);
     notes_.tellFault("watched", plan_.isIdle() ? whyNothing(plan_, paths_) : "");
@@ -45,28 +58,34 @@ bool Feed::round() {
     return made.hasFiles() && written && made.calls > 0;
 }
 
+/// What was said is remembered even where nobody wants to hear it.
+void Feed::tell(Made& made) {
+    const auto& targets = plan_.watched.targets;
+    const auto telling = notices::tell(memory_.said, targets, made.outcomes, nowMs());
+    made.memory.said = telling.said;
+    if (plan_.settings.notify) outside_->show(telling);
+}
+
 void Feed::runUntilEnd(const EndSignals& end) {
     system::PathWatch watch{{paths_.settings, sources_.config, sources_.credentials}};
     reload();  // what has changed since it was read
     constexpr double mostJitter = 0.1;
-    double due = aws::steadySeconds() + aws::anyShare() * mostJitter * interval();
+    rounds::Schedule schedule{signs::wakefulSeconds() + aws::anyShare() * mostJitter * interval()};
+    Outside outside{schedule, notes_};
+    outside_ = &outside;
+    outside.begin();
     while (!EndSignals::came()) {
-        const double now = aws::steadySeconds();
-        if (now >= due) {
-            due = now + interval();
-            round();
-        } else if (hasChanged(watch, end, due - now)) {
-            due = std::min(due, aws::steadySeconds());
-        }
+        pollfd events[] = {{end.descriptor(), POLLIN, 0}, {watch.descriptor(), POLLIN, 0}};
+        outside.wait(events);
+        if (events[1].revents != 0 && watch.takeEvents() && reload())
+            schedule.hasten(signs::wakefulSeconds());
+        if (signs::wakefulSeconds() < schedule.due()) continue;
+        schedule.begin(signs::wakefulSeconds(), interval());
+        round();
+        schedule.end(signs::wakefulSeconds(), hasFailures(memory_));
+        outside.tend(plan_.isIdle() ? "nothing is watched" : summaryOf(memory_));
     }
-}
-
-/// Waits so many seconds at most; whether something else is to be watched now.
-bool Feed::hasChanged(system::PathWatch& watch, const EndSignals& end, double seconds) {
-    pollfd events[] = {{end.descriptor(), POLLIN, 0}, {watch.descriptor(), POLLIN, 0}};
-    const int count = ::poll(events, std::size(events),
-                             static_cast<int>(std::ceil(std::max(seconds, 0.0) * 1000)));
-    return count > 0 && events[1].revents != 0 && watch.takeEvents() && reload();
+    outside_ = nullptr;
 }
 
 /// Wrong settings leave the old ones.

@@ -10,6 +10,7 @@
 
 #include "feed/asker.h"
 #include "feed/notes.h"
+#include "feed/outside.h"
 #include "feed/plan.h"
 #include "feed/signals.h"
 #include "feed/store/store.h"
@@ -20,7 +21,8 @@ namespace tessary::feed {
 /// Makes rounds in its store, as long as it has that for itself.
 class Feed {
 public:
-    Feed(Paths paths, Plan plan, store::Store store, aws::KeySources sources);
+    Feed(Paths paths, Plan plan, store::Store store, aws::KeySources sources,
+         aws::Patience patience = {});
 
     /// Whether some target was asked, and a file written.
     bool round();
@@ -31,7 +33,7 @@ private:
     template <class Snapshot>
     foundation::Result<void> write(const std::optional<Snapshot>& file) const;
     double interval() const { return static_cast<double>(plan_.settings.interval); }
-    bool hasChanged(system::PathWatch& watch, const EndSignals& end, double seconds);
+    void tell(Made& made);
     bool reload();
 
     Paths paths_;
@@ -41,6 +43,7 @@ private:
     Asker asker_;
     store::Memory memory_;
     Notes notes_{};
+    Outside* outside_{};  ///< while it runs
 };
 
 }  // namespace tessary::feed

@@ -41,6 +41,20 @@ std::string statusText(const store::Memory& memory, std::int64_t nowMs) {
     return text;
 }
 
+std::string summaryOf(const store::Memory& memory) {
+    std::int64_t firing = 0, paused = 0, failed = 0;
+    for (const KnownTarget& target : memory.targets) {
+        firing += target.firing;
+        paused += target.authExpired ? 1 : 0;
+        failed += !target.authExpired && target.fault ? 1 : 0;
+    }
+    const auto count = memory.targets.size();
+    return std::to_string(firing) + " firing in " + std::to_string(count) +
+           (count == 1 ? " target" : " targets") +
+           (paused > 0 ? ", " + std::to_string(paused) + " paused" : "") +
+           (failed > 0 ? ", " + std::to_string(failed) + " failed" : "");
+}
+
 std::string statusJSON(const store::Memory& memory) {
     foundation::JSONWriter json{foundation::JSONWriter::Style::indented};
     const auto write = [&](const KnownTarget& target) {

@@ -11,6 +11,8 @@
 namespace tessary::feed {
 
 std::string statusText(const store::Memory& memory, std::int64_t nowMs);
+/// All of it in a few words: "3 firing in 2 targets, 1 failed".
+std::string summaryOf(const store::Memory& memory);
 std::string statusJSON(const store::Memory& memory);
 
 /// One target's name and state on one line: "prod · us-east-1: 3 firing".

@@ -4,18 +4,21 @@
 #     cloudwatch.py STATE [CERTIFICATE]    # prints its ports, http and https; ends with its input
 #
 # Each request's signature is computed anew, its parameters and the answer are checked against the
-# service's model. STATE is a JSON file that is read for each request:
+# service's model. The AWS command line asks in a form and is answered in XML, anybody else in JSON.
+# STATE is a JSON file that is read for each request:
 #
 #     {"keys": {"AKIDEXAMPLE": {"secret": "s", "token": "t", "fault": "expired"}},
 #      "regions": {"us-east-1": {"MetricAlarms": [], "CompositeAlarms": [], "Metrics": [
 #          {"Namespace": "n", "MetricName": "m", "Dimensions": [], "Unit": "Percent", "Values": [[0, 1.5]]},
 #          {"Expression": "a / b", "Values": [[0, 1.5]]}]}},
 #      "faults": {"us-east-1": "throttled", "eu-west-1": ["hang", ""]},
-#      "page": 500}
+#      "page": 500, "skew": 0}
 #
 # A metric's values are those of every statistic. A fault, of REFUSALS or FAULTS, is for ever; a list
-# has one for each request from when it was first seen. CERTIFICATE is written: what to trust.
+# has one for each request from when it was first seen. "skew" is how many seconds the clock is ahead.
+# CERTIFICATE is written: what to trust.
 import contextlib
+import datetime
 import gzip
 import json
 import math
@@ -28,6 +31,8 @@ import threading
 import time
 from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
 from socket import SO_LINGER, SOL_SOCKET
+from urllib.parse import parse_qsl
+from xml.sax.saxutils import escape
 
 from botocore import auth, awsrequest, credentials, loaders, model, parsers, validate
 
@@ -42,7 +47,7 @@ REFUSALS = {
 STATE, COUNTS, TURNS = sys.argv[1], {"connections": 0, "requests": 0}, {}
 
 description = loaders.Loader().load_service_model("cloudwatch", "service-2")
-prefix = "GraniteServiceVersion20100801"
+prefix, FORM = "GraniteServiceVersion20100801", "application/x-www-form-urlencoded"
 description["metadata"].update(protocol="json", jsonVersion="1.0", targetPrefix=prefix)
 for kind in "MetricAlarm", "CompositeAlarm":
     description["shapes"][kind]["members"]["StateTransitionedTimestamp"] = {"shape": "Timestamp"}
@@ -78,6 +83,38 @@ def spelt(value):
     if isinstance(value, list):
         return [spelt(each) for each in value]
     return value if not isinstance(value, float) or math.isfinite(value) else str(value).replace("nan", "NaN")
+
+
+TYPES = {
+    "integer": int,
+    "double": float,
+    "boolean": "true".__eq__,
+    "timestamp": lambda text: datetime.datetime.fromisoformat(text).timestamp(),
+}
+
+
+# A form's {("AlarmTypes", "member", "1"): "MetricAlarm"} as its shape says.
+def unfold(shape, fields):
+    if () in fields:
+        return TYPES.get(shape.type_name, str)(fields[()])
+    depth, parts = (2 if shape.type_name == "list" else 1), {}
+    for path, text in fields.items():
+        parts.setdefault(path[depth - 1], {})[path[depth:]] = text
+    if shape.type_name == "list":
+        return [unfold(shape.member, parts[number]) for number in sorted(parts, key=int)]
+    return {name: unfold(shape.members[name], part) for name, part in parts.items()}
+
+
+def fold(name, shape, value):
+    if shape.type_name == "structure":
+        text = "".join(fold(each, shape.members[each], value[each]) for each in value)
+    elif shape.type_name == "list":
+        text = "".join(fold("member", shape.member, each) for each in value)
+    elif shape.type_name == "timestamp":
+        text = datetime.datetime.fromtimestamp(value, datetime.timezone.utc).isoformat()
+    else:
+        text = escape(str(value), {"\n": "&#10;"})
+    return f"<{name}>{text}</{name}>"
 
 
 def page(found, asked, most):
@@ -198,6 +235,7 @@ FAULTS = {
     "redirect": lambda http, _: http.reply(307, b"", Location=f"http://{http.headers['Host']}/"),
     "huge": lambda http, body: http.reply(200, body.ljust(17 << 20)),
     "bomb": lambda http, body: packed(http, body.ljust(17 << 20)),
+    "deep": lambda http, _: http.reply(200, b'{"any":' + b"[" * 9999 + b"]" * 9999 + b"}"),
     "packed": packed,
     "echo": echo,
     "counts": lambda http, _: http.reply(200, json.dumps(COUNTS).encode()),
@@ -225,6 +263,9 @@ class CloudWatch(BaseHTTPRequestHandler):
         self.wfile.write(body[:sent])
 
     def refuse(self, status, kind, message):
+        if not self.is_json():
+            said = f"<Error><Code>{kind}</Code><Message>{escape(message)}</Message></Error>"
+            return self.reply(status, f"<ErrorResponse>{said}</ErrorResponse>".encode())
         self.reply(status, json.dumps({"__type": "com.amazon.coral.service#" + kind, "message": message}).encode())
 
     def do_POST(self):
@@ -238,7 +279,7 @@ class CloudWatch(BaseHTTPRequestHandler):
     def answer(self, body):
         with open(STATE) as file:
             state = json.load(file)
-        key, region = self.signer(state["keys"], body)
+        key, region = self.signer(state, body)
         fault = key.get("fault") or state.get("faults", {}).get(region, "")
         if isinstance(fault, list):
             turn = TURNS.setdefault(region, [fault, 0])
@@ -251,14 +292,15 @@ class CloudWatch(BaseHTTPRequestHandler):
         FAULTS[fault](self, self.ask(state.get("regions", {}).get(region, {}) | {"page": state.get("page", 500)}, body))
 
     # The keys that signed the request, and for which region.
-    def signer(self, keys, body):
+    def signer(self, state, body):
         scope, signed, signature = (part.split("=")[1] for part in self.headers["Authorization"].split(","))
         name, _, region, service, _ = scope.split("/")
-        key = keys.get(name)
+        key = state["keys"].get(name)
         if not key or key.get("token") != self.headers["X-Amz-Security-Token"]:
             raise Refused(*REFUSALS["unknown"])
         at = self.headers["X-Amz-Date"]
-        if abs(time.mktime(time.strptime(at, "%Y%m%dT%H%M%SZ")) - time.timezone - time.time()) > 900:
+        now = time.time() + state.get("skew", 0)
+        if abs(time.mktime(time.strptime(at, "%Y%m%dT%H%M%SZ")) - time.timezone - now) > 900:
             raise Refused(*REFUSALS["clock"])
         headers = {each: self.headers[each] for each in signed.split(";")}
         request = awsrequest.AWSRequest("POST", "http://" + self.headers["Host"], headers=headers, data=body)
@@ -270,19 +312,35 @@ class CloudWatch(BaseHTTPRequestHandler):
             raise Refused(*REFUSALS["signature"])
         return key, region
 
-    def ask(self, region, body):
-        target, _, action = self.headers["X-Amz-Target"].partition(".")
-        if target != prefix or self.headers["Content-Type"] != "application/x-amz-json-1.0" or action not in OPERATIONS:
+    # The action, and what is asked of it by its shape.
+    def asked(self, body):
+        kind = self.headers["Content-Type"].partition(";")[0]
+        target, _, action = self.headers.get("X-Amz-Target", "").partition(".")
+        if target == prefix and kind == "application/x-amz-json-1.0" and action in OPERATIONS:
+            return action, lambda _: json.loads(body)
+        form = dict(parse_qsl(body.decode(), keep_blank_values=True))
+        action = form.pop("Action", action)
+        if form.pop("Version", "") != SERVICE.api_version or kind != FORM or action not in OPERATIONS:
             raise Refused(404, "UnknownOperationException", action)
+        return action, lambda shape: unfold(shape, {tuple(name.split(".")): text for name, text in form.items()})
+
+    def ask(self, region, body):
+        action, read = self.asked(body)
         operation = SERVICE.operation_model(action)
-        asked = json.loads(body)
+        asked = read(operation.input_shape)
         check(asked, operation.input_shape)
         answer = OPERATIONS[action](region, asked)
         check(answer, operation.output_shape)
-        written = json.dumps(spelt(answer)).encode()
-        whole = {"status_code": 200, "headers": {}, "body": written}
-        parsers.create_parser("json").parse(whole, operation.output_shape)
-        return written
+        written, protocol = json.dumps(spelt(answer)), "json"
+        if not self.is_json():
+            written, protocol = fold(f"{action}Result", operation.output_shape, answer), "query"
+            written = f"<Response>{written}<ResponseMetadata/></Response>"
+        whole = {"status_code": 200, "headers": {}, "body": written.encode()}
+        parsers.create_parser(protocol).parse(whole, operation.output_shape)
+        return written.encode()
+
+    def is_json(self):
+        return "X-Amz-Target" in self.headers
 
 
 def serve(certificate=None):

@@ -246,17 +246,32 @@ void Client::call(Call call, std::function<void(Answer)> answered) {
     job.burden = &burden;
 }
 
+void Client::when(std::function<bool()> isReady, std::function<void(bool)> go) {
+    waits_.push_back({std::move(isReady), std::move(go)});
+}
+
 void Client::run() {
     end_ = patience_.clock() + patience_.budget;
-    while (!jobs_.empty()) {
+    while (!isDone()) {
         if (patience_.clock() >= end_) {
             cutOff();
             continue;
         }
+        letGo();
         start();
         progress();
     }
     burdens_.clear();
+}
+
+/// Who is let go may wait again.
+void Client::letGo() {
+    std::list<Wait> ready;
+    for (auto at = waits_.begin(); at != waits_.end();) {
+        const auto each = at++;
+        if (each->isReady()) ready.splice(ready.end(), waits_, each);
+    }
+    for (const Wait& wait : ready) wait.go(true);
 }
 
 void Client::start() {
@@ -319,7 +334,10 @@ bool Client::isPutOff(Job& job, const Trouble& trouble) const {
 
 void Client::cutOff() {
     Jobs rest;
+    std::list<Wait> waits;
     rest.swap(jobs_);
+    waits.swap(waits_);
+    for (const Wait& wait : waits) wait.go(false);
     for (Job& job : rest) {
         job.exchange.reset();
         std::string words = "Cut off at the end of the round";
@@ -330,8 +348,9 @@ void Client::cutOff() {
 
 /// Until the next thing that no answer brings about.
 double Client::idleSeconds() const {
+    constexpr double look = 0.02;  // seconds between two looks at what calls wait for
     const double now = patience_.clock();
-    double next = jobs_.empty() ? now : end_;
+    double next = isDone() ? now : waits_.empty() ? end_ : std::min(end_, now + look);
     for (const Job& job : jobs_)
         if (!job.exchange && job.due > now) next = std::min(next, job.due);
     return std::max(next - now, 0.0);

@@ -43,12 +43,13 @@ double steadySeconds();
 /// Anything from 0 to 1.
 double anyShare();
 
-/// How long calls are waited for, in seconds.
+/// How long calls, and the programs that are asked for their keys, are waited for, in seconds.
 struct Patience {
     double budget{20};  ///< for all calls of a run; what is not answered by then is cut off
     double call{6};     ///< for one try; half of it to be connected
     double pause{1};  ///< the longest before the first retry; each further one may take twice that
     int retries{2};   ///< of what may pass
+    double program{30};
     std::size_t atOnce{4};
     std::function<double()> clock{steadySeconds};
     std::function<double()> chance{anyShare};  ///< the share of the longest pause that is waited
@@ -66,6 +67,10 @@ public:
     /// Asks in the next run, or in this one where an answer's receiver wants to know more.
     void call(Call call, std::function<void(Answer)> answered);
 
+    /// Asks in the next run, or in this one, as soon as `isReady` says so; the others go on. It is
+    /// told whether that came to be within the run.
+    void when(std::function<bool()> isReady, std::function<void(bool)> go);
+
     /// Returns when every call is answered, at most a budget from now. An endpoint that does not
     /// answer waits behind those that do, so that it takes none of their time. A receiver that
     /// calls again after a passing trouble has to stop by itself.
@@ -76,7 +81,13 @@ private:
     struct Job;
     struct Transport;
     using Jobs = std::list<Job>;
+    struct Wait {
+        std::function<bool()> isReady{};
+        std::function<void(bool)> go{};
+    };
 
+    bool isDone() const { return jobs_.empty() && waits_.empty(); }
+    void letGo();
     void start();
     void progress();
     void finish(Jobs::iterator job, Answer answer);
@@ -88,6 +99,7 @@ private:
     std::unique_ptr<Transport> transport_;
     std::map<std::string, int> burdens_{};  ///< an endpoint's calls under way or without an answer
     Jobs jobs_;
+    std::list<Wait> waits_{};
     double end_{};  ///< of the run
 };
 

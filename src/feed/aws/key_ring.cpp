@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <string_view>
@@ -334,16 +335,43 @@ bool KeyRing::Held::holds(const Marks& marks, std::int64_t nowMs) const {
     return what ? marks.settings == seen.settings : marks == seen;
 }
 
-Fetched KeyRing::keysOf(const std::string& profile) {
-    const auto marks = this->marks();
+bool KeyRing::holds(const std::string& profile, const Marks& marks) const {
     const auto known = held_.find(profile);
-    const bool isKnown = known != held_.end();
-    if (isKnown && known->second.holds(marks, nowMs())) return known->second.what;
-    auto held = fetched(profile, marks);
-    held.isSecond = isKnown && marks == known->second.seen &&
+    return known != held_.end() && known->second.holds(marks, nowMs());
+}
+
+bool KeyRing::isReady(const std::string& profile) {
+    const auto [task, isNew] = underWay_.try_emplace(profile);
+    if (isNew) {
+        const auto marks = this->marks();
+        if (holds(profile, marks)) return underWay_.erase(task), true;
+        task->second = std::async(std::launch::async, &KeyRing::fetched, this, profile, marks);
+    }
+    if (task->second.wait_for(std::chrono::seconds{0}) != std::future_status::ready) return false;
+    Held held = task->second.get();
+    constexpr std::int64_t leastMs = 1000;  // so that it does for all who wait for it
+    held.untilMs = std::max(held.untilMs, held.sinceMs + leastMs);
+    settle(profile, std::move(held));
+    underWay_.erase(task);
+    return true;
+}
+
+Fetched KeyRing::keysOf(const std::string& profile) {
+    if (const auto task = underWay_.find(profile); task != underWay_.end()) {
+        settle(profile, task->second.get());
+        underWay_.erase(task);
+    }
+    const auto marks = this->marks();
+    if (!holds(profile, marks)) settle(profile, fetched(profile, marks));
+    return held_.at(profile).what;
+}
+
+void KeyRing::settle(const std::string& profile, Held held) {
+    const auto known = held_.find(profile);
+    held.isSecond = known != held_.end() && held.seen == known->second.seen &&
                     (known->second.isForgotten ||
                      (!known->second.what && known->second.what.fault().authExpired));
-    return held_.insert_or_assign(profile, std::move(held)).first->second.what;
+    held_.insert_or_assign(profile, std::move(held));
 }
 
 void KeyRing::forget(const std::string& profile, const Keys& refused) {

@@ -7,13 +7,15 @@
 //     ring.forget("corp", *keys);              // a call was answered that they have expired
 //
 // Keys that stand in a file, and those that a credential_process prints, are had directly; of
-// anything else the AWS command line knows how to get them. For one thread.
+// anything else the AWS command line knows how to get them. For one thread,
+// though programs are waited for on others.
 #pragma once
 
 #include <compare>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <future>
 #include <map>
 #include <optional>
 #include <string>
@@ -66,6 +68,10 @@ public:
     /// as long as a program may run.
     Fetched keysOf(const std::string& profile);
 
+    /// Whether `keysOf` would not have to wait. Where it would, what it waits for is begun, beside
+    /// that of other profiles, and goes on by itself.
+    bool isReady(const std::string& profile);
+
     /// The service says that these keys have expired: they are fetched anew, once. The second time
     /// within five minutes the sign-in counts as expired. Of keys that have been replaced since,
     /// nothing is said.
@@ -95,6 +101,8 @@ private:
         bool holds(const Marks& marks, std::int64_t nowMs) const;
     };
 
+    bool holds(const std::string& profile, const Marks& marks) const;
+    void settle(const std::string& profile, Held held);
     Held fetched(const std::string& profile, const Marks& marks) const;
     Marks marks() const;
     std::int64_t nowMs() const;
@@ -102,7 +110,8 @@ private:
     KeySources sources_;
     foundation::Clock clock_;
     Run run_;
-    std::map<std::string, Held> held_{};  ///< by profile
+    std::map<std::string, Held> held_{};                   ///< by profile
+    std::map<std::string, std::future<Held>> underWay_{};  ///< ends before the rest does
 };
 
 }  // namespace tessary::aws

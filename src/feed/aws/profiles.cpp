@@ -39,7 +39,7 @@ std::string Profile::remedy() const {
     const char* const command = signIn() == SignIn::sso ? "aws sso login"
                                 : isOwn                 ? "aws sts get-caller-identity"
                                                         : "aws configure";
-    const bool isPlain = name.find_first_not_of(plainCharacters) == name.npos;
+    const bool isPlain = !name.empty() && name.find_first_not_of(plainCharacters) == name.npos;
     return command + (" --profile " + (isPlain ? name : quoted(name)));
 }
 

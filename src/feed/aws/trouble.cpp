@@ -94,7 +94,9 @@ Trouble troubleOf(const Refusal& refusal) {
     std::string words =
         refusal.type.empty() ? "HTTP " + std::to_string(refusal.status) : refusal.type;
     if (!refusal.message.empty()) words += ": " + refusal.message;
-    return {kindOf(refusal), foundation::visible(words, longestWords)};
+    const Kind kind = kindOf(refusal);
+    if (kind == Kind::wrongClock) words = "This machine's clock is wrong: " + words;
+    return {kind, foundation::visible(words, longestWords)};
 }
 
 }  // namespace tessary::aws

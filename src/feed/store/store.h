@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "feed/notices/notices.h"
 #include "feed/rounds/pins_round.h"
 #include "feed/rounds/targets.h"
 #include "platform/foundation/json_writing.h"
@@ -27,6 +28,7 @@ struct Memory {
     std::int64_t ignored{};  ///< alarms that the last round left out by their names
     std::vector<rounds::KnownAlarm> alarmPins{};
     std::vector<rounds::KnownMetric> metricPins{};
+    std::vector<notices::Said> said{};
     bool operator==(const Memory&) const = default;
 };
 
@@ -69,4 +71,5 @@ inline constexpr auto tessary::foundation::fieldsOf<tessary::store::Memory> = st
     Field{"ignored", &tessary::store::Memory::ignored},
     Field{"alarmPins", &tessary::store::Memory::alarmPins},
     Field{"metricPins", &tessary::store::Memory::metricPins},
+    Field{"said", &tessary::store::Memory::said},
 };

@@ -100,24 +100,25 @@ struct Intake {
     }
 };
 
-/// How a child is started: its streams, its session, and signals as they were before anybody
+/// How a child is started: with no more than three streams, and signals as they were before anybody
 /// changed them.
 class Start {
 public:
-    Start(const Intake& output, const Intake& errors) {
+    Start() {
         ::posix_spawn_file_actions_init(&actions_);
-        ::posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-        ::posix_spawn_file_actions_adddup2(&actions_, output.theirs.number(), STDOUT_FILENO);
-        ::posix_spawn_file_actions_adddup2(&actions_, errors.theirs.number(), STDERR_FILENO);
-        ::posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
         sigset_t signals;
         ::posix_spawnattr_init(&attributes_);
         ::sigemptyset(&signals);
         ::posix_spawnattr_setsigmask(&attributes_, &signals);
         ::sigfillset(&signals);
         ::posix_spawnattr_setsigdefault(&attributes_, &signals);
-        ::posix_spawnattr_setflags(
-            &attributes_, POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    }
+    /// In a session of its own, without an input.
+    Start(const Intake& output, const Intake& errors) : Start() {
+        ::posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        ::posix_spawn_file_actions_adddup2(&actions_, output.theirs.number(), STDOUT_FILENO);
+        ::posix_spawn_file_actions_adddup2(&actions_, errors.theirs.number(), STDERR_FILENO);
+        flags_ |= POSIX_SPAWN_SETSID;
     }
     Start(const Start&) = delete;
     Start& operator=(const Start&) = delete;
@@ -127,7 +128,9 @@ public:
     }
 
     /// 0, or why not.
-    int operator()(pid_t& process, const Errand& errand) const {
+    int operator()(pid_t& process, const Errand& errand) {
+        ::posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
+        ::posix_spawnattr_setflags(&attributes_, static_cast<short>(flags_));
         auto words = errand.words;
         auto variables = environmentOf(errand);
         return ::posix_spawnp(&process, words.front().c_str(), &actions_, &attributes_,
@@ -137,6 +140,7 @@ public:
 private:
     posix_spawn_file_actions_t actions_{};
     posix_spawnattr_t attributes_{};
+    int flags_{POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF};
 };
 
 /// A process that was started, and that is not left behind.
@@ -199,6 +203,13 @@ bool isRunnable(const Errand& errand) {
     return !errand.words.empty() && !std::ranges::any_of(errand.words, holdsEnd);
 }
 
+foundation::Result<Ended, ChildFault> endOf(Child& child, const Errand& errand) {
+    const auto how = child.collect();
+    if (!how) return notStarted(errand, errno);
+    return Ended{.status = WIFEXITED(*how) ? WEXITSTATUS(*how) : 0,
+                 .signal = WIFSIGNALED(*how) ? WTERMSIG(*how) : 0};
+}
+
 }  // namespace
 
 foundation::Result<Ended, ChildFault> runChild(const Errand& errand) {
@@ -222,12 +233,19 @@ foundation::Result<Ended, ChildFault> runChild(const Errand& errand) {
         errors.take();
         if (output.isOver) return tooMuchOutput(errand);
     }
-    const auto how = child.collect();
-    if (!how) return notStarted(errand, errno);
-    return Ended{.status = WIFEXITED(*how) ? WEXITSTATUS(*how) : 0,
-                 .signal = WIFSIGNALED(*how) ? WTERMSIG(*how) : 0,
-                 .output = std::move(output.text),
-                 .errors = std::move(errors.text)};
+    auto ended = endOf(child, errand);
+    if (!ended) return ended;
+    ended->output = std::move(output.text);
+    ended->errors = std::move(errors.text);
+    return ended;
+}
+
+foundation::Result<Ended, ChildFault> runAttached(const Errand& errand) {
+    if (!isRunnable(errand)) return notStarted(errand, EINVAL);
+    pid_t process = 0;
+    if (const int error = Start{}(process, errand)) return notStarted(errand, error);
+    Child child{process};
+    return endOf(child, errand);
 }
 
 }  // namespace tessary::system

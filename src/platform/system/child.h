@@ -47,4 +47,8 @@ struct ChildFault {
 /// which is a fault.
 foundation::Result<Ended, ChildFault> runChild(const Errand& errand);
 
+/// Starts a program that a person works with, as a browser: with this one's streams and in its
+/// session, waited for as long as it runs. An errand's limits do not count.
+foundation::Result<Ended, ChildFault> runAttached(const Errand& errand);
+
 }  // namespace tessary::system

@@ -22,7 +22,9 @@ TEST(Store, IsOfOneFeedAndTheUserAlone) {
         ASSERT_TRUE(store->write(alarms));
         const auto file = contents(folder / "container/widgets/alarms.json");
         EXPECT_EQ(foundation::decodeJSON<snapshot::AlarmsSnapshot>(file).value(), alarms);
-        const Memory memory{{{.profile = "p", .answeredMs = 7, .alarms = {{.name = "a"}}}}};
+        const Memory memory{
+            .targets = {{.profile = "p", .answeredMs = 7, .alarms = {{.name = "a"}}}},
+            .said = {{.profile = "p", .firing = {{"a"}}}}};
         ASSERT_TRUE(store->remember(memory));
         EXPECT_EQ(remembered(folder / "state/feed.json"), memory);
         for (const char* made :

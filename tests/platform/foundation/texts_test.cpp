@@ -20,6 +20,7 @@ static std::string answered(const std::string& line) {
     if (asked == "base64") return base64(text);
     if (asked == "bytes") return decodeBase64(text).value_or("none");
     if (asked == "percent") return percentEncoded(text);
+    if (asked == "part") return percentDecoded(text).value_or("none");
     if (asked == "visible") return visible(text);
     if (asked == "meant")
         return didYouMean(text.substr(0, text.find(' ')), words(text.substr(text.find(' '))));
