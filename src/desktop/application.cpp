@@ -7,6 +7,7 @@
 #include <memory>
 #include <utility>
 
+#include "desktop/client/feed.h"
 #include "desktop/command.h"
 #include "desktop/glib/connect.h"
 #include "desktop/glib/handles.h"
@@ -116,7 +117,7 @@ private:
     }
 
     Result<Outcome> start(const Command& command) {
-        if (live_) return Outcome{};
+        if (live_) return howToBegin(command, widgets_);
         if (!openDisplay()) return Fault{"there is no display to show widgets on"};
         const FileLock whileReading;
         auto widgets = stateFile().andThen(loadWidgets);
@@ -128,10 +129,18 @@ private:
         };
         live_ = std::make_unique<LiveDesktop>(foldersOf(command), chosen);
         g_application_hold(application_);
-        return settled(*widgets).andThen([this]() -> Result<Outcome> {
+        return settled(*widgets).andThen([&]() -> Result<Outcome> {
             live_->desktop().show(widgets_);
-            return Outcome{};
+            return howToBegin(command, widgets_);
         });
+    }
+
+    /// Where nothing is placed no widget says what it lacks.
+    Outcome howToBegin(const Command& command, const std::vector<PlacedWidget>& placed) const {
+        if (!placed.empty() || command.json) return {};
+        if (live_ ? live_->hasFiles() : hasFiles(sourceOf(foldersOf(command)))) return {};
+        return {.complaint = std::string{client::noneWatched} + " To begin, type " +
+                             client::watchCommand + " in a terminal."};
     }
 
     /// Widgets that were added without a screen get their monitor.
@@ -180,6 +189,8 @@ private:
         auto& widgets = *loaded;
         const auto before = widgets;
         auto outcome = desktop::carryOut(command, widgets, live_ ? monitors() : supposed, kinds);
+        if (command.action == Action::list)
+            outcome.complaint = howToBegin(command, widgets).complaint;
         if (widgets == before) return outcome;
         return saved(widgets).andThen([&]() -> Result<Outcome> {
             if (live_) live_->desktop().show(widgets_ = widgets);

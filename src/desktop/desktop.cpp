@@ -149,7 +149,13 @@ void Desktop::reload() {
         ask(shown);
         keepDefault(shown);
     }
+    ground_.dialogs.setBegun(ground_.begun());
     ground_.dialogs.reload();
+}
+
+void Desktop::openGallery() {
+    ground_.dialogs.setBegun(ground_.begun());
+    ground_.dialogs.openGallery();
 }
 
 void Desktop::openEditor(int number) {

@@ -31,6 +31,7 @@ struct Ground {
     std::function<double()> now{};                             ///< seconds since 1970
     std::function<void(double moment)> wake{};                 ///< once, by the clock's sign
     std::function<std::optional<std::string>()> zone{};        ///< the machine's, if it has a name
+    std::function<bool()> begun{};                             ///< widgets have something to show
     std::function<void(const std::string& words)> note{};
 };
 
@@ -59,7 +60,7 @@ public:
     void reload();
 
     /// Opens the window in which widgets are added.
-    void openGallery() { ground_.dialogs.openGallery(); }
+    void openGallery();
 
     /// What the extension has listed; none before its answer.
     const places::Kinds& kinds() const { return kinds_; }

@@ -1,5 +1,7 @@
 #include "desktop/live_desktop.h"
 
+#include <algorithm>
+#include <system_error>
 #include <utility>
 
 #include "desktop/glib/note.h"
@@ -25,6 +27,18 @@ std::optional<std::filesystem::path> given(const std::string& path) {
 
 }  // namespace
 
+snapshot::Source sourceOf(const Folders& folders) {
+    return {.places = snapshot::Places::given(given(folders.container), given(folders.info))};
+}
+
+bool hasFiles(const snapshot::Source& source) {
+    const auto container = source.locate("").container;
+    std::error_code ignored;
+    return container && std::ranges::any_of(snapshot::fileNames, [&](auto name) {
+               return std::filesystem::exists(*container / snapshot::pathOf(name), ignored);
+           });
+}
+
 std::vector<std::string> options(const Folders& folders) {
     std::vector<std::string> words;
     if (!folders.container.empty()) words.insert(words.end(), {"--container", folders.container});
@@ -34,9 +48,9 @@ std::vector<std::string> options(const Folders& folders) {
 
 LiveDesktop::LiveDesktop(Folders folders, std::function<void(const Command&)> chosen)
     : folders_{std::move(folders)},
-      source_{.places = snapshot::Places::given(given(folders_.container), given(folders_.info))},
+      source_{sourceOf(folders_)},
       extension_{client::extensionCommand(options(folders_))},
-      dialogs_{dialogs::makeDialogs(extension_, commands(chosen))},
+      dialogs_{dialogs::makeDialogs(extension_, options(folders_), commands(chosen))},
       desktop_{ground(), std::move(chosen)},
       alarm_{desktop_.signs().clock},
       dictionaries_{source_.places.dictionaries,
@@ -64,6 +78,7 @@ Ground LiveDesktop::ground() {
             .now = signs::wallClock,
             .wake = [this](double moment) { alarm_.set(moment); },
             .zone = signs::machineZone,
+            .begun = [this] { return hasFiles(); },
             .note = glib::note};
 }
 

@@ -31,6 +31,12 @@ struct Folders {
     std::string info{};
 };
 
+/// Whose container has the files, or is to have them.
+snapshot::Source sourceOf(const Folders& folders);
+
+/// Whether there is any of the files that widgets show.
+bool hasFiles(const snapshot::Source& source);
+
 /// What the extension is started with.
 std::vector<std::string> options(const Folders& folders);
 
@@ -43,6 +49,7 @@ public:
     const Folders& folders() const { return folders_; }
     /// Whose files the widgets show; none where the dictionary names no group.
     const std::optional<std::filesystem::path>& container() const { return container_; }
+    bool hasFiles() const { return desktop::hasFiles(source_); }
     Desktop& desktop() { return desktop_; }
 
 private:

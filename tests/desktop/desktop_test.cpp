@@ -77,10 +77,14 @@ struct ShownDialogs : dialogs::Dialogs {
         for (const auto& widget : widgets) all += " " + std::to_string(widget.number);
         if (all != std::exchange(kept, all)) tell("editors of" + all);
     }
+    void setBegun(bool now) override {
+        if (now != std::exchange(begun, now)) tell(now ? "no hint" : "hint");
+    }
     void reload() override { tell("dialogs"); }
     void setTrouble(const std::string& why) override {
         if (why != std::exchange(trouble, why)) tell("dialogs say '" + why + "'");
     }
+    bool begun{true};
     std::string trouble{};
     std::string kept{};
 };
@@ -96,6 +100,8 @@ public:
         const std::map<std::string, std::function<void()>> happenings{
             {"time", [&] { pass(std::stod(rest.at(0))); }},
             {"clock", signs.clock.clockSet},
+            {"bare", [&] { begun_ = false; }},
+            {"begun", [&] { begun_ = true; }},
             {"stirring", signs.files.stirring},
             {"files", signs.files.changed},
             {"zone", signs.zone.changed},
@@ -167,6 +173,7 @@ private:
         return {.initial = ids.empty() ? std::nullopt : std::optional<client::Pin>{{.id = ids[0]}}};
     }
 
+    bool begun_{true};
     double now_{100}, wake_{never};
     std::vector<PlacedWidget> widgets_{};
     std::vector<Monitor> monitors_{{.name = MonitorName{.connector = "A"}, .area = {1000, 500}}};
@@ -183,6 +190,7 @@ private:
                               tell((std::ostringstream{} << "wake " << moment).str());
                           },
                       .zone = [] { return "Asia/Tokyo"; },
+                      .begun = [this] { return begun_; },
                       .note = [](const std::string& words) { tell("note: " + words); }},
                      [this](const Command& command) { carry(command); }};
 };

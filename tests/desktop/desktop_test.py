@@ -15,7 +15,7 @@ import tempfile
 
 sys.dont_write_bytecode = True
 from screens import CORNER, WaylandScreen, X11Screen, until  # noqa: E402
-from services import Logind, spoken  # noqa: E402
+from services import Logind, heard, spoken  # noqa: E402
 
 SKIPPED = 77
 SCREEN, PROGRAM, MAKE_SAMPLE = sys.argv[1:]
@@ -72,6 +72,10 @@ class Room:
         said = lambda: spoken("tessary-widgets-desktop").get(widget, "")
         until(lambda: said().startswith(words), f"to be read to a user: {words}")
 
+    def until_heard(self, words, there=True):
+        holds = lambda: (words in heard("tessary-widgets-desktop")) == there
+        until(holds, f"{'' if there else 'no '}words for a user: {words}")
+
     def look(self, *part):
         return self.screen.picture().part(*part)
 
@@ -98,8 +102,14 @@ class Room:
         until(lambda: words in self.complaints.read_text(), f"the note: {words}")
 
 
+NOTHING_PLACED = '{\n  "widgets": []\n}\n'
+HINT = "No alarms are watched yet. To begin, type tessary-widgets-feed watch in a terminal."
+
+
 def without_a_desktop(room):
-    expect("--list", 0)
+    expect("--list", 0, complaint=HINT)
+    expect("--list --info /none", 0, complaint=HINT)
+    expect("--list --json", 0, NOTHING_PLACED)
     expect("--quit", 1, complaint="no desktop runs")
     expect("--add alarms", 0, "1\n")
     expect("--add metric --family medium", 0, "2\n")
@@ -108,6 +118,22 @@ def without_a_desktop(room):
     expect("--add", 2, complaint="--add lacks its value: expected WIDGET")
     expect("--list", 0, TWO_WIDGETS.format(""))
     assert [w["number"] for w in json.loads(room.state.read_text())["widgets"]] == [1, 2]
+
+
+def says_how_to_begin(room):
+    """For as long as there is no file."""
+    container = room.container.with_name("bare")
+    room.start("--container", container)
+    room.until_noted(HINT)
+    expect("--gallery", 0, complaint=HINT)
+    room.until_gallery(scale=1)
+    room.until_heard("tessary-widgets-feed watch")
+    subprocess.check_call([MAKE_SAMPLE, container])
+    room.until_heard("tessary-widgets-feed watch", False)
+    shutil.rmtree(container / "widgets")
+    room.until_heard("tessary-widgets-feed watch")
+    expect("--quit", 0)
+    room.end()
 
 
 def shows_what_changes(room):
@@ -249,7 +275,8 @@ def starts_again(room, logind):
     assert (noted := room.complaints.read_text()) == "", noted
     room.state.write_text("{")
     aside = f"{room.state}.unreadable-1"
-    expect("--list", 0, complaint=f"{room.state} is unreadable and was set aside as {aside}")
+    unreadable = f"{room.state} is unreadable and was set aside as {aside}"
+    expect("--list --json", 0, NOTHING_PLACED, unreadable)
     assert pathlib.Path(aside).read_text() == "{"
 
 
@@ -282,6 +309,52 @@ MISDEEDS = {
     "cut": "a picture that is no whole PNG",
     "noisy": "complains without end",
 }
+
+
+FEED = """#!/bin/sh
+cd "$(dirname "$0")"
+echo "$@" >>calls
+if test "$1" = pin; then mv pins "$5/widgets/alarm-pins.json"; fi
+cat "$1"
+"""
+
+
+def pins_another(room):
+    """What a script in the feed's place has found, and only then puts into the file."""
+    folder = room.container.with_name("account")
+    folder.mkdir()
+    desktop = shutil.copy(PROGRAM, folder)
+    (folder / "tessary-widgets").symlink_to(WIDGETS)
+    (folder / "tessary-widgets-feed").write_text(FEED)
+    (folder / "tessary-widgets-feed").chmod(0o755)
+    file = room.container / "widgets/alarm-pins.json"
+    pins = json.loads(file.read_text())
+    file.rename(folder / "pins")
+    new, place = "queue-age", {"profile": "prod", "region": "us-east-1"}
+    file.write_text(json.dumps(pins | {"pins": [p for p in pins["pins"] if p["id"] != new]}))
+    found = [place | {"name": n, "id": n, "pinned": n != new} for n in ("orders-db-cpu-high", new)]
+    (folder / "alarms").write_text(json.dumps({"alarms": found, "faults": [], "more": False}))
+    (folder / "pin").write_text(json.dumps({"pins": [{"id": new}], "faults": []}))
+    expect("--add alarm --pin orders-db-cpu-high --position 20,20", 0, "1\n")
+    room.start("--container", room.container, program=desktop)
+    room.until_card(*FIRST)
+    before = room.look(*FIRST_NUMBER)
+    expect("--edit 1", 0)
+    room.screen.await_window("Choose a Pinned alarm")
+    room.until_heard("orders-db-cpu-high")
+    room.screen.keys("Tab", "Tab", "Return")
+    room.screen.await_window("Pin Another Alarm")
+    room.screen.keys(*"prod", "space", *"queue")
+    room.until_heard("queue-age")
+    room.screen.keys("Return")
+    listed(room, "1  alarm  small  20,20  queue-age\n")
+    room.until_other(before, FIRST_NUMBER, "another alarm")
+    where = f"--json --container {room.container}"
+    pinned = f"pin alarm {where} --profile prod --region us-east-1 -- queue-age\n"
+    assert (folder / "calls").read_text() == f"alarms {where}\n{pinned}"
+    expect("--remove 1", 0)
+    expect("--quit", 0)
+    room.end()
 
 
 def survives_a_stranger(room):
@@ -360,6 +433,7 @@ def draws_sharply(room):
 
 def story(room):
     logind = Logind()
+    says_how_to_begin(room)
     without_a_desktop(room)
     room.start()
     shows_what_changes(room)
@@ -370,6 +444,7 @@ def story(room):
     comes_back_with_its_monitor(room)
     starts_again(room, logind)
     follows_its_dictionary(room, logind)
+    pins_another(room)
     survives_a_stranger(room)
     draws_sharply(room)
 

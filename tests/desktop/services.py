@@ -63,19 +63,38 @@ def call(bus, name, path, interface, method, *words):
     return bus.call_sync(name, path, interface, method, words, None, 0, 10_000, None).unpack()[0]
 
 
+class Reader:
+    """A screen reader, which knows an application's windows and all that is in them."""
+
+    NODE = "org.a11y.atspi.Accessible"
+
+    def __init__(self, application):
+        session = connect(os.environ["DBUS_SESSION_BUS_ADDRESS"])
+        at = call(session, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")
+        self.bus = connect(at)
+        everybody = self.children(("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"))
+        found = [one for one in everybody if self.read(one, "Name") == application]
+        self.windows = [window for one in found for window in self.children(one)]
+
+    def children(self, of):
+        return call(self.bus, *of, self.NODE, "GetChildren")
+
+    def read(self, of, fact):
+        return call(self.bus, *of, "org.freedesktop.DBus.Properties", "Get", self.NODE, fact)
+
+    def names(self, among):
+        for one in among:
+            yield self.read(one, "Name")
+            yield from self.names(self.children(one))
+
+
 def spoken(application):
-    """What a screen reader says of an application's windows: name -> description."""
-    session = connect(os.environ["DBUS_SESSION_BUS_ADDRESS"])
-    bus = connect(call(session, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"))
-    node = "org.a11y.atspi.Accessible"
+    """What is said of an application's windows: name -> description."""
+    reader = Reader(application)
+    return {reader.read(one, "Name"): reader.read(one, "Description") for one in reader.windows}
 
-    def children(of):
-        return call(bus, *of, node, "GetChildren")
 
-    def read(of, fact):
-        return call(bus, *of, "org.freedesktop.DBus.Properties", "Get", node, fact)
-
-    all_applications = children(("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"))
-    found = [one for one in all_applications if read(one, "Name") == application]
-    windows = [window for one in found for window in children(one)]
-    return {read(window, "Name"): read(window, "Description") for window in windows}
+def heard(application):
+    """The names of all that is in them."""
+    reader = Reader(application)
+    return set(reader.names(reader.windows))

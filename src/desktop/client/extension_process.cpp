@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "desktop/client/line_reader.h"
+#include "desktop/client/program.h"
 #include "desktop/glib/connect.h"
 #include "desktop/glib/handles.h"
 #include "desktop/glib/note.h"
@@ -129,11 +130,7 @@ struct ExtensionProcess::Run : std::enable_shared_from_this<Run> {
 };
 
 std::vector<std::string> extensionCommand(const std::vector<std::string>& options) {
-    const Text self{g_file_read_link("/proc/self/exe", nullptr)};
-    const Text folder{g_path_get_dirname(self ? self.get() : "")};
-    const Text beside{g_build_filename(folder.get(), "tessary-widgets", nullptr)};
-    const bool isThere = g_file_test(beside.get(), G_FILE_TEST_IS_EXECUTABLE);
-    std::vector<std::string> command{isThere ? beside.get() : "tessary-widgets", "serve"};
+    std::vector<std::string> command{programOfOurs("tessary-widgets"), "serve"};
     command.insert(command.end(), options.begin(), options.end());
     return command;
 }

@@ -29,8 +29,7 @@
 
 namespace tessary::client {
 
-/// The words that start the extension with these options: the program beside this one, else the one
-/// of that name on the PATH.
+/// The words that start the extension with these options.
 std::vector<std::string> extensionCommand(const std::vector<std::string>& options);
 
 struct Patience {

@@ -36,6 +36,11 @@ GtkWidget* startLabel(const std::string& text, bool quiet) {
     return label;
 }
 
+void wrap(GtkWidget* label) {
+    gtk_label_set_line_wrap(GTK_LABEL(label), TRUE);
+    gtk_label_set_line_wrap_mode(GTK_LABEL(label), PANGO_WRAP_WORD_CHAR);
+}
+
 void empty(GtkWidget* container) {
     const auto destroy = [](GtkWidget* child, gpointer) { gtk_widget_destroy(child); };
     gtk_container_foreach(GTK_CONTAINER(container), destroy, nullptr);
@@ -49,10 +54,13 @@ DialogWindow::DialogWindow(Size size, std::function<void()> closed) : closed_{st
     gtk_window_set_position(GTK_WINDOW(window_), GTK_WIN_POS_CENTER);
     gtk_container_set_border_width(GTK_CONTAINER(box_), margin);
     gtk_container_add(GTK_CONTAINER(window_), box_);
-    gtk_label_set_line_wrap(GTK_LABEL(status_), TRUE);
-    gtk_label_set_line_wrap_mode(GTK_LABEL(status_), PANGO_WRAP_WORD_CHAR);
-    gtk_widget_set_no_show_all(status_, TRUE);
-    add(status_, false);
+    for (const auto label : {status_, hint_, command_}) {
+        wrap(label);
+        gtk_widget_set_no_show_all(label, TRUE);
+        add(label, false);
+    }
+    gtk_label_set_selectable(GTK_LABEL(command_), TRUE);
+    gtk_style_context_add_class(gtk_widget_get_style_context(command_), "monospace");
     connect(window_, "delete-event", [this] { return close(), true; });
     const auto pressed = [this](GdkEventKey* event) {
         const bool escapes = event->keyval == GDK_KEY_Escape;
@@ -83,6 +91,17 @@ void DialogWindow::showStatus() {
     const auto& text = trouble_.empty() ? said_ : trouble_;
     gtk_label_set_text(GTK_LABEL(status_), shortened(text).c_str());
     gtk_widget_set_visible(status_, !text.empty());
+}
+
+void DialogWindow::setHint(const std::string& words, const std::string& command) {
+    gtk_label_set_text(GTK_LABEL(hint_), shortened(words).c_str());
+    gtk_label_set_text(GTK_LABEL(command_), shortened(command).c_str());
+    gtk_widget_set_visible(hint_, !words.empty());
+    gtk_widget_set_visible(command_, !command.empty());
+}
+
+void DialogWindow::standBefore(const DialogWindow& other) {
+    gtk_window_set_transient_for(GTK_WINDOW(window_), GTK_WINDOW(other.window_));
 }
 
 void DialogWindow::add(GtkWidget* widget, bool grows) {

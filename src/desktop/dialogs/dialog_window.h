@@ -24,6 +24,9 @@ std::string shortened(const std::string& text);
 /// A label that begins where its row begins; a quiet one is dimmed.
 GtkWidget* startLabel(const std::string& text, bool quiet);
 
+/// Lets a label take as many lines as its text needs.
+void wrap(GtkWidget* label);
+
 /// Destroys what a container holds.
 void empty(GtkWidget* container);
 
@@ -44,6 +47,13 @@ public:
     /// What stands there instead, until it is empty again.
     void setTrouble(const std::string& why);
 
+    /// Words below that end in what to type in a terminal, which can be copied; none for empty
+    /// ones.
+    void setHint(const std::string& words, const std::string& command);
+
+    /// Keeps it in front of that window.
+    void standBefore(const DialogWindow& other);
+
     /// Adds below all others; one of them may grow.
     void add(GtkWidget* widget, bool grows);
 
@@ -62,6 +72,8 @@ private:
     GtkWidget* window_{gtk_window_new(GTK_WINDOW_TOPLEVEL)};
     GtkWidget* box_{gtk_box_new(GTK_ORIENTATION_VERTICAL, 12)};
     GtkWidget* status_{startLabel("", true)};
+    GtkWidget* hint_{startLabel("", false)};
+    GtkWidget* command_{startLabel("", false)};
     glib::Timer closing_{};
 };
 

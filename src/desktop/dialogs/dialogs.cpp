@@ -17,8 +17,8 @@ namespace {
 
 class OpenDialogs final : public Dialogs {
 public:
-    OpenDialogs(Extension& extension, Events events)
-        : extension_{extension}, events_{std::move(events)} {}
+    OpenDialogs(Extension& extension, std::vector<std::string> feedOptions, Events events)
+        : extension_{extension}, feedOptions_{std::move(feedOptions)}, events_{std::move(events)} {}
 
     void openGallery() override {
         const auto closed = [this] {
@@ -27,7 +27,13 @@ public:
         };
         if (!gallery_) gallery_ = makeGallery(extension_, {events_.added, closed});
         gallery_->setTrouble(trouble_);
+        gallery_->setBegun(begun_);
         gallery_->present();
+    }
+
+    void setBegun(bool begun) override {
+        begun_ = begun;
+        if (gallery_) gallery_->setBegun(begun);
     }
 
     void openEditor(const PlacedWidget& widget) override {
@@ -38,7 +44,9 @@ public:
             malloc_trim(0);
         };
         auto& editor = editors_[number];
-        if (!editor) editor = makeEditor(extension_, widget.kind, widget.pin, {chosen, closed});
+        if (!editor)
+            editor =
+                makeEditor(extension_, {widget.kind, widget.pin, feedOptions_}, {chosen, closed});
         editor->setTrouble(trouble_);
         editor->present();
     }
@@ -62,16 +70,19 @@ public:
 
 private:
     Extension& extension_;
+    std::vector<std::string> feedOptions_;
     Events events_;
     std::string trouble_{};
-    std::unique_ptr<Dialog> gallery_{};
+    bool begun_{true};
+    std::unique_ptr<Gallery> gallery_{};
     std::map<int, std::unique_ptr<Dialog>> editors_{};  ///< by the widget's number
 };
 
 }  // namespace
 
-std::unique_ptr<Dialogs> makeDialogs(Extension& extension, Dialogs::Events events) {
-    return std::make_unique<OpenDialogs>(extension, std::move(events));
+std::unique_ptr<Dialogs> makeDialogs(Extension& extension, std::vector<std::string> feedOptions,
+                                     Dialogs::Events events) {
+    return std::make_unique<OpenDialogs>(extension, std::move(feedOptions), std::move(events));
 }
 
 }  // namespace tessary::dialogs

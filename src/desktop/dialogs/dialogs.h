@@ -1,7 +1,8 @@
 // The windows beside the widgets: one gallery, and an editor for each widget that is being edited.
 //
-//     const auto dialogs = makeDialogs(extension, {.added = [](auto& kind, auto family) { ... },
-//                                                  .chosen = ...});
+//     const auto dialogs = makeDialogs(extension, options,
+//                                      {.added = [](auto& kind, auto family) { ... },
+//                                       .chosen = ...});
 //     dialogs->openGallery();
 //     dialogs->openEditor(widget);
 //
@@ -30,6 +31,10 @@ public:
 
     virtual void openGallery() = 0;
 
+    /// Whether widgets have anything to show yet; where not, the gallery, now or later, says how to
+    /// begin.
+    virtual void setBegun(bool begun) = 0;
+
     /// For a widget that takes a pin.
     virtual void openEditor(const places::PlacedWidget& widget) = 0;
 
@@ -43,7 +48,8 @@ public:
     virtual void setTrouble(const std::string& why) = 0;
 };
 
-/// Windows of an open display.
-std::unique_ptr<Dialogs> makeDialogs(client::Extension& extension, Dialogs::Events events);
+/// Windows of an open display. The options are those that the feed's program is called with.
+std::unique_ptr<Dialogs> makeDialogs(client::Extension& extension,
+                                     std::vector<std::string> feedOptions, Dialogs::Events events);
 
 }  // namespace tessary::dialogs

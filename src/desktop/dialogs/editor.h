@@ -1,7 +1,7 @@
 // The window in which a user chooses what a pin widget shows.
 //
-//     const auto editor = makeEditor(extension, kind, pin, {.chosen = [](auto& id) { ... },
-//                                                           .closed = ...});
+//     const auto editor = makeEditor(extension, {kind, pin}, {.chosen = [](auto& id) { ... },
+//                                                             .closed = ...});
 //     editor->present();
 //
 // It opens at once and fills when the extension answers. A choice that is no longer offered is the
@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "desktop/client/extension.h"
 #include "desktop/dialogs/dialog.h"
@@ -24,9 +25,15 @@ struct EditorEvents {
     std::function<void()> closed{};                       ///< may destroy the editor
 };
 
-/// For a widget of a kind that takes a pin, and its choice; without one what the kind takes at
-/// first is selected.
-std::unique_ptr<Dialog> makeEditor(client::Extension& extension, const std::string& kind,
-                                   const std::optional<std::string>& pin, EditorEvents events);
+/// A widget of a kind that takes a pin, and its choice; without one what the kind takes at first is
+/// selected.
+struct Edited {
+    std::string kind{};
+    std::optional<std::string> pin{};
+    std::vector<std::string> feedOptions{};  ///< for what it is that another is pinned
+};
+
+std::unique_ptr<Dialog> makeEditor(client::Extension& extension, Edited edited,
+                                   EditorEvents events);
 
 }  // namespace tessary::dialogs

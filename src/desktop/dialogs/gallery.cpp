@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "desktop/client/feed.h"
 #include "desktop/client/inquiry.h"
 #include "desktop/dialogs/dialog_window.h"
 #include "desktop/glib/connect.h"
@@ -31,9 +32,9 @@ GtkWidget* heading(const std::string& text) {
     return label;
 }
 
-class Gallery final : public Dialog {
+class OpenGallery final : public Gallery {
 public:
-    Gallery(Extension& extension, GalleryEvents events)
+    OpenGallery(Extension& extension, GalleryEvents events)
         : events_{std::move(events)},
           inquiry_{extension, [this] { ask(); }},
           dialog_{gallerySize, events_.closed} {
@@ -49,6 +50,10 @@ public:
     void present() override { dialog_.present(); }
     void reload() override { inquiry_.start(); }
     void setTrouble(const std::string& why) override { dialog_.setTrouble(why); }
+    void setBegun(bool begun) override {
+        const auto words = std::string{noneWatched} + " To begin, type this in a terminal:";
+        dialog_.setHint(begun ? "" : words, begun ? "" : watchCommand);
+    }
 
 private:
     /// A widget in one of its sizes.
@@ -97,8 +102,7 @@ private:
     void addWidget(const Kind& widget) {
         const auto section = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
         const auto description = startLabel(widget.description, true);
-        gtk_label_set_line_wrap(GTK_LABEL(description), TRUE);
-        gtk_label_set_line_wrap_mode(GTK_LABEL(description), PANGO_WRAP_WORD_CHAR);
+        wrap(description);
         const auto row = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 12);
         for (const auto& family : familiesOf(widget)) addOffer(row, widget, family);
         for (const auto part : {heading(widget.displayName), description, row})
@@ -133,8 +137,8 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Dialog> makeGallery(Extension& extension, GalleryEvents events) {
-    return std::make_unique<Gallery>(extension, std::move(events));
+std::unique_ptr<Gallery> makeGallery(Extension& extension, GalleryEvents events) {
+    return std::make_unique<OpenGallery>(extension, std::move(events));
 }
 
 }  // namespace tessary::dialogs

@@ -25,6 +25,12 @@ struct GalleryEvents {
     std::function<void()> closed{};  ///< may destroy the gallery
 };
 
-std::unique_ptr<Dialog> makeGallery(client::Extension& extension, GalleryEvents events);
+class Gallery : public Dialog {
+public:
+    /// Whether widgets have anything to show yet; where not, it says how to begin.
+    virtual void setBegun(bool begun) = 0;
+};
+
+std::unique_ptr<Gallery> makeGallery(client::Extension& extension, GalleryEvents events);
 
 }  // namespace tessary::dialogs

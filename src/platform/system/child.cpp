@@ -39,6 +39,10 @@ ChildFault timedOut(const Errand& errand) {
             errand.words.front() + " did not end within " + foundation::digits(seconds) + " s"};
 }
 
+ChildFault stopped(const Errand& errand) {
+    return {ChildFault::Kind::stopped, errand.words.front() + " was called off"};
+}
+
 ChildFault tooMuchOutput(const Errand& errand) {
     return {ChildFault::Kind::tooMuchOutput, errand.words.front() + " printed more than " +
                                                  std::to_string(errand.mostOutput) + " bytes"};
@@ -185,16 +189,19 @@ private:
     Descriptor sign_;
 };
 
-/// Waits until something has come in, or the child has ended: whether that is so. None when the
-/// time is over.
-std::optional<bool> waited(const Child& child, const Intake& output, const Intake& errors,
-                           steady_clock::time_point end) {
-    std::array<pollfd, 3> signs{{{child.sign(), POLLIN, 0},
+/// Waits until something has come in, or the child has ended: whether that is so. A fault when the
+/// time is over, or nobody wants it any more.
+foundation::Result<bool, ChildFault> waited(const Child& child, const Intake& output,
+                                            const Intake& errors, const Errand& errand,
+                                            steady_clock::time_point end) {
+    std::array<pollfd, 4> signs{{{child.sign(), POLLIN, 0},
                                  {output.ours.number(), POLLIN, 0},
-                                 {errors.ours.number(), POLLIN, 0}}};
+                                 {errors.ours.number(), POLLIN, 0},
+                                 {errand.stop, POLLIN, 0}}};
     const auto left = std::chrono::ceil<milliseconds>(end - steady_clock::now());
-    if (left <= milliseconds{0}) return std::nullopt;
+    if (left <= milliseconds{0}) return timedOut(errand);
     ::poll(signs.data(), signs.size(), static_cast<int>(left.count()));
+    if ((signs[3].revents & POLLIN) != 0) return stopped(errand);
     return (signs[0].revents & POLLIN) != 0;
 }
 
@@ -226,8 +233,8 @@ foundation::Result<Ended, ChildFault> runChild(const Errand& errand) {
     if (child.sign() < 0) return notStarted(errand, errno);
 
     for (bool hasEnded = false; !hasEnded;) {
-        const auto seen = waited(child, output, errors, end);
-        if (!seen) return timedOut(errand);
+        const auto seen = waited(child, output, errors, errand, end);
+        if (!seen) return seen.fault();
         hasEnded = *seen;
         output.take();  // what it wrote before it ended lies in the pipe by now
         errors.take();

@@ -23,6 +23,7 @@ struct Errand {
     std::size_t mostOutput{std::size_t{64} << 10U};  ///< bytes; more is a fault
     std::size_t mostErrors{std::size_t{64} << 10U};  ///< bytes; what is beyond is dropped
     std::chrono::milliseconds time{std::chrono::seconds{30}};
+    int stop{-1};  ///< a descriptor that calls it off once it can be read; negative: none
 };
 
 /// How it ended, and what it said.
@@ -34,17 +35,17 @@ struct Ended {
 };
 
 struct ChildFault {
-    enum class Kind { notFound, notStarted, timedOut, tooMuchOutput };
+    enum class Kind { notFound, notStarted, timedOut, tooMuchOutput, stopped };
     Kind kind{};
     std::string words{};  ///< "aws did not end within 30 s"
 
     const std::string& message() const { return words; }
 };
 
-/// Starts the program in a session of its own and waits for it. One that takes too long, or says
-/// too much, is killed with all of its group. What the program has left running is neither waited
-/// for nor killed, though it may hold the pipes. A process that ignores SIGCHLD is told of no end,
-/// which is a fault.
+/// Starts the program in a session of its own and waits for it. One that takes too long, says too
+/// much or is called off is killed with all of its group. What the program has left running is
+/// neither waited for nor killed, though it may hold the pipes. A process that ignores SIGCHLD is
+/// told of no end, which is a fault.
 foundation::Result<Ended, ChildFault> runChild(const Errand& errand);
 
 /// Starts a program that a person works with, as a browser: with this one's streams and in its
