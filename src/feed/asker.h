@@ -7,10 +7,12 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "feed/aws/client.h"
 #include "feed/aws/key_ring.h"
 #include "feed/plan.h"
+#include "feed/rounds/search.h"
 #include "feed/store/store.h"
 #include "snapshot/alarms_snapshot.h"
 #include "snapshot/pins_snapshot.h"
@@ -29,6 +31,8 @@ struct Made {
     int calls{};  ///< that went out
 
     bool hasFiles() const { return alarms || alarmPins || metricPins; }
+    /// Puts the files that there are in their places.
+    foundation::Result<void> write(const store::Store& store) const;
 };
 
 /// Keeps the keys and the connections from one round to the next.
@@ -39,6 +43,12 @@ public:
     /// Returns within the client's budget, but for programs that are asked for keys; at once where
     /// a signal has come to end the feed.
     Made round(const Plan& plan, const Paths& paths, const store::Memory& before);
+
+    /// Looks at several places side by side, within one budget, with each profile's own keys. What
+    /// to type where a sign-in has expired is said with the fault.
+    template <class Query>
+    std::vector<rounds::Finding<typename rounds::Sought<Query>::Item>> search(
+        const Surroundings& around, const std::vector<rounds::Place>& places, const Query& query);
 
 private:
     aws::KeyRing ring_;

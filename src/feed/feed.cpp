@@ -6,11 +6,14 @@
 #include "feed/asker.h"
 #include "feed/command.h"
 #include "feed/notes.h"
+#include "feed/pinning.h"
 #include "feed/plan.h"
 #include "feed/running.h"
+#include "feed/searching.h"
 #include "feed/signals.h"
 #include "feed/status.h"
 #include "feed/store/store.h"
+#include "feed/watching.h"
 #include "platform/foundation/json_writing.h"
 
 namespace tessary::feed {
@@ -65,6 +68,13 @@ int perform(const StatusCall& call) {
         return complained({"nothing is known yet; tessary-widgets-feed --once asks"}, failed);
     return printed(statusText(memory, nowMs()));
 }
+
+int perform(const WatchCall& call) { return watch(call); }
+int perform(const UnwatchCall& call) { return unwatch(call); }
+int perform(const AlarmsCall& call) { return list(call); }
+int perform(const MetricsCall& call) { return list(call); }
+int perform(const PinCall& call) { return pin(call); }
+int perform(const UnpinCall& call) { return unpin(call); }
 
 }  // namespace
 

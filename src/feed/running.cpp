@@ -24,20 +24,13 @@ Feed::Feed(Paths paths, Plan plan, store::Store store, aws::KeySources sources)
       asker_(sources_),
       memory_(store::remembered(paths_.memory)) {}
 
-template <class Snapshot>
-Result<void> Feed::write(const std::optional<Snapshot>& file) const {
-    return file ? store_.write(*file) : Result<void>{};
-}
-
 bool Feed::round() {
     const auto made = asker_.round(plan_, paths_, memory_);
     if (EndSignals::came()) return false;  // what was cut off tells nothing of the targets
     memory_ = made.memory;
     notes_.tellTargets(memory_);
     notes_.tellFault("watched", plan_.isIdle() ? whyNothing(plan_, paths_) : "");
-    const auto written = write(made.alarms).andThen([&] {
-        return write(made.alarmPins).andThen([&] { return write(made.metricPins); });
-    });
+    const auto written = made.write(store_);
     notes_.tellFault("file", faultOf(written));
     notes_.tellFault("memory", faultOf(store_.remember(memory_)));
     if (!made.alarms && made.calls > 0)
@@ -46,7 +39,8 @@ bool Feed::round() {
 }
 
 void Feed::runUntilEnd(const EndSignals& end) {
-    system::PathWatch watch{{paths_.settings, sources_.config, sources_.credentials}};
+    system::PathWatch watch{
+        {paths_.settings, paths_.additions, sources_.config, sources_.credentials}};
     reload();  // what has changed since it was read
     constexpr double mostJitter = 0.1;
     double due = aws::steadySeconds() + aws::anyShare() * mostJitter * interval();

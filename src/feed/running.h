@@ -5,8 +5,6 @@
 //     feed.runUntilEnd(EndSignals{});          // every interval, and where the settings change
 #pragma once
 
-#include <optional>
-#include <string>
 
 #include "feed/asker.h"
 #include "feed/notes.h"
@@ -28,8 +26,6 @@ public:
     void runUntilEnd(const EndSignals& end);
 
 private:
-    template <class Snapshot>
-    foundation::Result<void> write(const std::optional<Snapshot>& file) const;
     double interval() const { return static_cast<double>(plan_.settings.interval); }
     bool hasChanged(system::PathWatch& watch, const EndSignals& end, double seconds);
     bool reload();

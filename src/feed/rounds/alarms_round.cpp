@@ -11,15 +11,17 @@ namespace {
 /// Of a hundred alarms each; whoever has more is not told apart from an endless answer.
 constexpr int mostPages = 200;
 
-bool isMatch(const std::string& name, const std::string& pattern) {
-    return ::fnmatch(pattern.c_str(), name.c_str(), FNM_NOESCAPE) == 0;
-}
-
 snapshot::Alarm listed(const aws::DescribedAlarm& alarm, const Target& target) {
     return {alarm.name, target.profile, target.region, alarm.since(), alarm.reason};
 }
 
 }  // namespace
+
+bool Target::leavesOut(const std::string& name) const {
+    return std::ranges::any_of(ignore, [&](const std::string& pattern) {
+        return ::fnmatch(pattern.c_str(), name.c_str(), FNM_NOESCAPE) == 0;
+    });
+}
 
 AlarmsRound::AlarmsRound(const std::vector<Target>& targets, AskPage ask) : ask_(std::move(ask)) {
     for (const Target& target : targets) states_.push_back({.target = target});
@@ -55,8 +57,7 @@ void AlarmsRound::take(State& state, const PageAnswer& answer) {
 
 void AlarmsRound::take(State& state, const std::vector<aws::DescribedAlarm>& alarms) {
     for (const auto& alarm : alarms) {
-        const auto is = [&](const std::string& pattern) { return isMatch(alarm.name, pattern); };
-        if (std::ranges::any_of(state.target.ignore, is))
+        if (state.target.leavesOut(alarm.name))
             ++ignored_;
         else
             state.answer.alarms.push_back(listed(alarm, state.target));
@@ -80,11 +81,10 @@ Outcome AlarmsRound::outcomeOf(const State& state) const {
     if (!state.end) return Failed{"no answer"};
     if (const auto* answer = std::get_if<Answered>(&*state.end)) return *answer;
     if (const auto* expired = std::get_if<SignInExpired>(&*state.end)) return *expired;
-    const auto& [kind, words] = std::get<aws::Trouble>(*state.end);
-    if (kind != aws::Trouble::Kind::unknownKeys) return Failed{words};
-    if (!isTaken(state.target.profile)) return SignInExpired{.words = words};
-    return Failed{state.target.region +
-                  ": not enabled for this account, or a token of the global STS endpoint"};
+    const auto& trouble = std::get<aws::Trouble>(*state.end);
+    if (trouble.kind != aws::Trouble::Kind::unknownKeys) return Failed{trouble.words};
+    if (!isTaken(state.target.profile)) return SignInExpired{.words = trouble.words};
+    return Failed{aws::toldOf(trouble, "DescribeAlarms", state.target.region)};
 }
 
 }  // namespace tessary::rounds

@@ -22,6 +22,8 @@ struct Target {
     std::string profile{};
     std::string region{};
     std::vector<std::string> ignore{};  ///< patterns of names that are left out
+
+    bool leavesOut(const std::string& name) const;
     bool operator==(const Target&) const = default;
 };
 

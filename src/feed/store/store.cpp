@@ -12,15 +12,27 @@ namespace fs = std::filesystem;
 using foundation::Fault;
 using foundation::Result;
 
+namespace {
+
+fs::path folderOf(const fs::path& container) {
+    return (container / snapshot::pathOf("alarms")).parent_path();
+}
+
+}  // namespace
+
+Fault Store::taken(const fs::path& container) {
+    return {"another feed writes to " + folderOf(container).string()};
+}
+
 Result<Store> Store::open(const fs::path& container, const fs::path& memory) {
-    const fs::path folder = (container / snapshot::pathOf("alarms")).parent_path();
+    const fs::path folder = folderOf(container);
     std::error_code error;
     fs::create_directories(folder, error);
     if (error) return Fault{"cannot make " + folder.string() + ": " + error.message()};
     system::Descriptor lock{::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
     if (lock.number() >= 0 && ::flock(lock.number(), LOCK_EX | LOCK_NB) == 0)
         return Store{container, memory, std::move(lock)};
-    if (errno == EWOULDBLOCK) return Fault{"another feed writes to " + folder.string()};
+    if (errno == EWOULDBLOCK) return taken(container);
     return Fault{"cannot lock " + folder.string() + ": " + std::system_category().message(errno)};
 }
 
