@@ -114,6 +114,7 @@ Made Asker::round(const Plan& plan, const Paths& paths, const Memory& before) {
     made.memory.alarmPins = std::move(known.alarms);
     made.memory.metricPins = std::move(known.metrics);
     made.calls = questions.count();
+    made.isAsked = !plan.isIdle() && !questions.areInVain();
     return made;
 }
 

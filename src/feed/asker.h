@@ -29,6 +29,8 @@ struct Made {
     std::optional<snapshot::MetricPinsSnapshot> metricPins{};
     store::Memory memory{};
     int calls{};  ///< that went out
+    /// Not in vain: something was asked, waits for a sign-in, or is not due yet.
+    bool isAsked{};
 
     bool hasFiles() const { return alarms || alarmPins || metricPins; }
     /// Puts the files that there are in their places.

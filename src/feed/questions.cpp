@@ -55,7 +55,10 @@ rounds::Ask Questions::forPins() {
 void Questions::ask(const Asked& asked) {
     const auto& [profile, region, action, body] = asked.question;
     const auto keys = ring_.keysOf(asked.profile);
-    if (!keys) return asked.take(replyOf(keys.fault()));
+    if (!keys) {
+        ++(keys.fault().authExpired ? expired_ : keyless_);
+        return asked.take(replyOf(keys.fault()));
+    }
     ++count_;
     client_.call(
         {.url = surroundings_.endpointOf({profile, region}),

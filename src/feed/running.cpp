@@ -35,7 +35,7 @@ bool Feed::round() {
     notes_.tellFault("memory", faultOf(store_.remember(memory_)));
     if (!made.alarms && made.calls > 0)
         notes_.tellFault("nothing written", whyNothing(plan_, paths_));
-    return made.hasFiles() && written && made.calls > 0;
+    return made.hasFiles() && written && made.isAsked;
 }
 
 void Feed::runUntilEnd(const EndSignals& end) {

@@ -20,7 +20,7 @@ class Feed {
 public:
     Feed(Paths paths, Plan plan, store::Store store, aws::KeySources sources);
 
-    /// Whether some target was asked, and a file written.
+    /// Whether a file was written, and something asked or known to wait for a sign-in.
     bool round();
 
     void runUntilEnd(const EndSignals& end);

@@ -131,20 +131,20 @@ rounds::Target targetOf(const Place& place, const Plan& plan) {
     return {place.profile, place.region};
 }
 
-/// How many were asked.
-int tellFiring(const Places& places, Session& session) {
+/// Whether some were asked, or wait for a sign-in.
+bool tellFiring(const Places& places, Session& session) {
     const auto findings =
         session.asker.search(session.plan.surroundings, places, aws::AlarmsQuery{});
     for (const auto& fault : rounds::faultsOf(findings)) complain(fault);
-    int asked = 0;
+    bool isAsked = false;
     for (const auto& finding : findings) {
+        isAsked = isAsked || !finding.fault || finding.authExpired;
         if (finding.fault) continue;
         const auto count = rounds::census(finding, targetOf(finding.place, session.plan));
         printed(nameOf(finding.place) + ": " + std::to_string(count.firing) + " of " +
                 std::to_string(count.all) + (finding.isCut ? "+" : "") + " alarms firing\n");
-        ++asked;
     }
-    return asked;
+    return isAsked;
 }
 
 void tellNext(bool isFeedRunning) {
@@ -164,11 +164,11 @@ int watchIn(Session& session, const WatchCall& call) {
     if (!added) return complained(added.fault(), failed);
     const auto renewed = session.renew();
     if (!renewed) return complained(renewed.fault(), failed);
-    const int asked = tellFiring(*places, session);
+    const bool isAsked = tellFiring(*places, session);
     const bool isEnabled = call.enable && enableService();
     if (call.enable && !isEnabled) return failed;
     tellNext(isEnabled || !*renewed);
-    return asked > 0 ? done : failed;
+    return isAsked ? done : failed;
 }
 
 // ---- unwatch
