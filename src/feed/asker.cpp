@@ -78,9 +78,8 @@ foundation::Result<void> Made::write(const store::Store& store) const {
     const auto put = [&](const auto& file) {
         return file ? store.write(*file) : foundation::Result<void>{};
     };
-    return put(alarms).andThen([&] {
-        return put(alarmPins).andThen([&] { return put(metricPins); });
-    });
+    return put(alarms).andThen(
+        [&] { return put(alarmPins).andThen([&] { return put(metricPins); }); });
 }
 
 Asker::Asker(const aws::KeySources& sources)

@@ -45,7 +45,8 @@ constexpr Option label{"label", "TEXT", "What its widget is headed with (default
 constexpr Option statistic{"statistic", "NAME",
                            "Of a metric: Average, Sum, Minimum, Maximum, SampleCount, p99, ... "
                            "(default: Average)"};
-constexpr Option period{"period", "SECONDS", "Of a metric: 1, 5, 10, 20, 30 or whole minutes "
+constexpr Option period{"period", "SECONDS",
+                        "Of a metric: 1, 5, 10, 20, 30 or whole minutes "
                         "(default: 300)"};
 
 constexpr Option ofProgram[] = {help, version};
@@ -54,8 +55,8 @@ constexpr Option ofStatus[] = {help, version, json};
 constexpr Option ofWatch[] = {help, version, enable, container, info, settings};
 constexpr Option ofUnwatch[] = {help, version, container, info, settings};
 constexpr Option ofListing[] = {help, version, profile, region, json, container, info, settings};
-constexpr Option ofPin[] = {help, version, profile,   region, id,   label,
-                            statistic, period,  json, container, info, settings};
+constexpr Option ofPin[] = {help,      version, profile, region,    id,   label,
+                            statistic, period,  json,    container, info, settings};
 constexpr Option ofUnpin[] = {help, version, container, info, settings};
 
 }  // namespace option
@@ -83,9 +84,10 @@ constexpr system::Command commands[] = {
      .options = option::ofWatch,
      .operand = "PROFILE [REGION...]",
      .operandHelp = "Without a region the profile's own",
-     .footer = "Exit status: 0 it is watched and was asked; 1 it could not be asked, nothing could\n"
-               "be written, or no profile is named and there is more than one; 2 a wrong call or\n"
-               "wrong settings.",
+     .footer =
+         "Exit status: 0 it is watched and was asked; 1 it could not be asked, nothing could\n"
+         "be written, or no profile is named and there is more than one; 2 a wrong call or\n"
+         "wrong settings.",
      .examples = "  tessary-widgets-feed watch\n"
                  "  tessary-widgets-feed watch prod us-east-1 eu-west-1\n"
                  "  tessary-widgets-feed watch --enable"},
@@ -116,8 +118,9 @@ constexpr system::Command commands[] = {
     {.name = "pin",
      .purpose = "Pin an alarm or a metric for a widget, wherever it is found",
      .options = option::ofPin,
-     .operand = "alarm NAME | metric NAMESPACE NAME [DIMENSION=VALUE...]",
-     .operandHelp = "What is pinned; a name that begins with - stands behind --",
+     .operand = "KIND NAME...",
+     .operandHelp = "'alarm NAME', or 'metric NAMESPACE NAME [DIMENSION=VALUE...]'; a name that "
+                    "begins with - stands behind --",
      .footer = "Exit status: 0 it is pinned; 1 it was found nowhere, or nothing could be written;\n"
                "2 a wrong call or wrong settings. Where a single place is named, which cannot be\n"
                "asked, it is pinned unseen.",

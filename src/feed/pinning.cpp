@@ -149,7 +149,8 @@ struct Sought {
 /// "no alarm 'x' is known in prod · us-east-1; did you mean y?"
 template <class Pin>
 std::string notFound(const Pin& pin, const Places& places, Session& session) {
-    const auto findings = session.asker.search(session.plan.surroundings, places, neighboursOf(pin));
+    const auto findings =
+        session.asker.search(session.plan.surroundings, places, neighboursOf(pin));
     std::vector<std::string> names;
     for (const auto& finding : findings)
         for (const auto& item : finding.items) names.push_back(spelt(item));
@@ -276,8 +277,8 @@ int unpinIn(Session& session, const std::string& id) {
 
 int pin(const PinCall& call) {
     return inSession(call.given, [&](Session& session) {
-        return std::visit(
-            [&](const auto& pin) { return pinIn(session, pin, call.json); }, call.pin);
+        return std::visit([&](const auto& pin) { return pinIn(session, pin, call.json); },
+                          call.pin);
     });
 }
 

@@ -5,7 +5,6 @@
 //     feed.runUntilEnd(EndSignals{});          // every interval, and where the settings change
 #pragma once
 
-
 #include "feed/asker.h"
 #include "feed/notes.h"
 #include "feed/plan.h"

@@ -75,9 +75,10 @@ std::string typed(const rounds::ListedMetric& metric) {
 }
 
 int list(const AlarmsCall& call) {
-    return listing<AlarmListing>(call, aws::AlarmsQuery{}, [&](const auto& found, const auto& known) {
-        return rounds::listed(found, known, call.text);
-    });
+    return listing<AlarmListing>(call, aws::AlarmsQuery{},
+                                 [&](const auto& found, const auto& known) {
+                                     return rounds::listed(found, known, call.text);
+                                 });
 }
 
 int list(const MetricsCall& call) {

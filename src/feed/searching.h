@@ -14,7 +14,8 @@ namespace tessary::feed {
 int list(const AlarmsCall& call);
 int list(const MetricsCall& call);
 
-/// A metric as it is typed behind `pin metric`: "AWS/RDS CPUUtilization DBInstanceIdentifier=orders".
+/// A metric as it is typed behind `pin metric`: "AWS/RDS CPUUtilization
+/// DBInstanceIdentifier=orders".
 std::string typed(const rounds::ListedMetric& metric);
 
 }  // namespace tessary::feed

@@ -99,8 +99,9 @@ bool enableService() {
         tellUnseen(shown && shown->status == 0 ? shown->output : "");
         return true;
     }
-    const auto why = started ? started->errors : started.fault().message();
-    complain("the service cannot be started: " + foundation::visible(why));
+    const auto why = splitLines(started ? started->errors : started.fault().message());
+    complain("the service cannot be started: " +
+             foundation::visible(foundation::joined(why, "; ")));
     complain("let the session start the feed instead, and now: tessary-widgets-feed &");
     return false;
 }

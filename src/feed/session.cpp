@@ -39,8 +39,8 @@ Result<bool> renewedOnce(Session& session) {
     auto plan = loadPlan(session.paths, session.sources);
     if (!plan) return plan.fault();
     session.plan = *std::move(plan);
-    const auto made = session.asker.round(session.plan, session.paths,
-                                          store::remembered(session.paths.memory));
+    const auto made =
+        session.asker.round(session.plan, session.paths, store::remembered(session.paths.memory));
     const auto written = made.write(*store).andThen([&] { return store->remember(made.memory); });
     if (!written) return written.fault();
     return true;

@@ -137,8 +137,8 @@ std::string statusText(const store::Memory& memory, const Surroundings& around,
                        std::int64_t nowMs) {
     std::string text;
     for (const KnownTarget& target : memory.targets) {
-        text += conditionOf(target) +
-                lastSuccess(target.answeredMs, target.fault.has_value(), nowMs);
+        text +=
+            conditionOf(target) + lastSuccess(target.answeredMs, target.fault.has_value(), nowMs);
         const auto type = target.authExpired ? "" : toType(target, around);
         if (!type.empty()) text += "  type: " + type + "\n";
     }

@@ -174,9 +174,8 @@ int watchIn(Session& session, const WatchCall& call) {
 // ---- unwatch
 
 std::string profilesOf(const Additions& added) {
-    return foundation::joined(added.watch, ", ", [](const settings::Watch& watch) {
-        return visible(watch.profile);
-    });
+    return foundation::joined(added.watch, ", ",
+                              [](const settings::Watch& watch) { return visible(watch.profile); });
 }
 
 Result<std::string> profileOf(const UnwatchCall& call, const Additions& added) {

@@ -61,8 +61,7 @@ std::string flawIn(const Additions& added) {
 /// The folder itself, since the file is replaced by each change.
 Result<system::Descriptor> locked(const fs::path& folder) {
     std::error_code error;
-    if (fs::create_directories(folder, error))
-        fs::permissions(folder, fs::perms::owner_all, error);
+    if (fs::create_directories(folder, error)) fs::permissions(folder, fs::perms::owner_all, error);
     if (error) return Fault{"cannot make " + folder.string() + ": " + error.message()};
     system::Descriptor lock{::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
     constexpr auto pause = std::chrono::milliseconds{20};

@@ -109,7 +109,8 @@ std::vector<std::string> faultsOf(const std::vector<Finding<Item>>& findings) {
     for (const auto& [place, items, isCut, authExpired, fault] : findings)
         if (fault)
             faults.push_back(foundation::visible(place.profile) + " · " +
-                             foundation::visible(place.region) + ": " + foundation::visible(*fault));
+                             foundation::visible(place.region) + ": " +
+                             foundation::visible(*fault));
     return faults;
 }
 

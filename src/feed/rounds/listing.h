@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "feed/rounds/alarms_round.h"
 #include "feed/rounds/search.h"
 #include "feed/settings/settings.h"
 

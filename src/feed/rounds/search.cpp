@@ -67,12 +67,13 @@ void Search<Query>::take(State& state, const Reply& reply) {
     auto& [place, items, isCut, authExpired, fault] = state.found;
     const auto next = readPage(std::get<std::string>(reply), items);
     if (!next)
-        return void(state.fault = aws::Trouble{aws::Trouble::Kind::passing,
-                                               "The answer is not understood: " +
-                                                   next.fault().message()});
+        return void(state.fault =
+                        aws::Trouble{aws::Trouble::Kind::passing,
+                                     "The answer is not understood: " + next.fault().message()});
     state.isAnswered = true;
     const bool goesOn = *next && !(*next)->empty();
-    isCut = items.size() > share_ || (goesOn && (items.size() == share_ || ++state.pages == mostSearched));
+    isCut = items.size() > share_ ||
+            (goesOn && (items.size() == share_ || ++state.pages == mostSearched));
     if (items.size() > share_) items.resize(share_);
     if (goesOn && !isCut) ask(state, *next);
 }
@@ -95,8 +96,8 @@ Finding<typename Search<Query>::Item> Search<Query>::findingOf(const State& stat
     const auto& trouble = std::get<aws::Trouble>(*state.fault);
     finding.authExpired =
         trouble.kind == aws::Trouble::Kind::unknownKeys && std::ranges::none_of(states_, isTaken);
-    finding.fault = finding.authExpired ? trouble.words
-                                        : aws::toldOf(trouble, Sought<Query>::action, region);
+    finding.fault =
+        finding.authExpired ? trouble.words : aws::toldOf(trouble, Sought<Query>::action, region);
     return finding;
 }
 
