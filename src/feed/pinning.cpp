@@ -165,19 +165,17 @@ template <class Pin>
 Sought<Pin> sought(const Pin& pin, const Places& places, Session& session) {
     const auto findings = session.asker.search(session.plan.surroundings, places, queryFor(pin));
     Sought<Pin> sought{.faults = rounds::faultsOf(findings)};
-    Places silent;
+    Places answered;
     for (const auto& finding : findings) {
         const auto is = [&](const auto& item) { return isIt(item, pin); };
-        if (std::ranges::any_of(finding.items, is))
-            sought.places.push_back(finding.place);
-        else if (finding.fault)
-            silent.push_back(finding.place);
+        if (std::ranges::any_of(finding.items, is)) sought.places.push_back(finding.place);
+        if (!finding.fault) answered.push_back(finding.place);
     }
     if (!sought.places.empty()) return sought;
-    if (places.size() == 1 && !pin.region.empty() && !silent.empty())
+    if (!answered.empty())
+        sought.faults.insert(sought.faults.begin(), notFound(pin, answered, session));
+    else if (places.size() == 1 && !pin.region.empty())
         sought.places = places;
-    else if (silent.size() < places.size())
-        sought.faults.insert(sought.faults.begin(), notFound(pin, places, session));
     return sought;
 }
 

@@ -66,12 +66,14 @@ Result<system::Descriptor> locked(const fs::path& folder) {
     system::Descriptor lock{::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
     constexpr auto pause = std::chrono::milliseconds{20};
     constexpr int mostTries = 500;
-    for (int tries = 0; lock.number() >= 0 && tries < mostTries; ++tries) {
+    for (int tries = 0; tries < mostTries; ++tries) {
         if (::flock(lock.number(), LOCK_EX | LOCK_NB) == 0) return lock;
-        if (errno != EWOULDBLOCK && errno != EINTR) break;
+        if (errno != EWOULDBLOCK && errno != EINTR)
+            return Fault{"cannot lock " + folder.string() + ": " +
+                         std::system_category().message(errno)};
         std::this_thread::sleep_for(pause);
     }
-    return Fault{"cannot lock " + folder.string() + ": " + std::system_category().message(errno)};
+    return Fault{"another command does not end that changes " + folder.string()};
 }
 
 template <class Pin>
