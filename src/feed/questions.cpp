@@ -56,7 +56,7 @@ void Questions::ask(const Asked& asked) {
     const auto& [profile, region, action, body] = asked.question;
     const auto keys = ring_.keysOf(asked.profile);
     if (!keys) {
-        ++(keys.fault().authExpired ? expired_ : keyless_);
+        keyless_ += keys.fault().authExpired ? 0 : 1;
         return asked.take(replyOf(keys.fault()));
     }
     ++count_;

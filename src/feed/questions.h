@@ -31,8 +31,8 @@ public:
     rounds::Ask forPins();
     /// How many calls have been made.
     int count() const { return count_; }
-    /// There was some question, and for none a key or a sign-in that once gave one.
-    bool areInVain() const { return keyless_ > 0 && count_ == 0 && expired_ == 0; }
+    /// Nobody had keys. One whose sign-in has expired is not meant: what becomes of it is known.
+    bool areInVain() const { return keyless_ > 0 && count_ == 0; }
 
 private:
     struct Asked {
@@ -48,7 +48,7 @@ private:
     aws::Client& client_;
     const Surroundings& surroundings_;
     const Watched& watched_;
-    int count_{}, expired_{}, keyless_{};
+    int count_{}, keyless_{};
 };
 
 }  // namespace tessary::feed

@@ -25,6 +25,7 @@ REGIONS = {
     "eu-south-1": {},
 }
 OWN = {"AWS_ACCESS_KEY_ID": "AKIDEXAMPLE", "AWS_SECRET_ACCESS_KEY": SECRET, "AWS_SESSION_TOKEN": TOKEN}
+OLD = {"Version": 1, "AccessKeyId": "a", "SecretAccessKey": "b", "Expiration": "2020-01-01T00:00:00Z"}
 NOBODY = {"AWS_ENDPOINT_URL": "http://127.0.0.1:1"}
 TWO = "Alarms firing\n3\n2 watched"
 
@@ -39,6 +40,7 @@ ROUNDS = [
     ("it is well again", {}, {}, SETTINGS, 0, [], TWO + " · just now", 0),
     ("nobody answers", {}, NOBODY, SETTINGS, 0, ["us-east-1: Could not", "eu-west-1: Could not"], "Last updated", 400),
     ("the keys expire", {"key": "expired"}, {}, SETTINGS, 0, ["expired; aws configure --profile prod"] * 2, "Paused", 0),
+    ("all were known to", {}, {"AWS_SHARED_CREDENTIALS_FILE": "~/old"}, SETTINGS, 0, ["the keys have expired"] * 2, "Paused", 0),
     ("no profile", {}, {}, SETTINGS.replace("prod", "prd"), 1, ["prd · us-east-1: ", "prd · eu-west-1: "], None, 0),
     ("no region", {}, {}, SETTINGS.split("regions")[0], 2, ["'prod' has no region"], None, 0),
     ("wrong settings", {}, {}, SETTINGS.replace("profile", "profil"), 2, ["feed.toml:3: ", "mean profile"], None, 0),
@@ -62,6 +64,7 @@ class Home:
         self.alarms = folder / ".local/share/group-containers/com.tessary.desktop/widgets/alarms.json"
         self.pins = folder / ".local/state/tessary-widgets/pins.json"
         self.write(".aws/credentials", CREDENTIALS)
+        self.write("old", "[prod]\ncredential_process = echo '" + json.dumps(OLD) + "'\n")
         self.said, self.environment = "", {"HOME": str(folder), "PATH": os.environ["PATH"], "LC_ALL": "C.UTF-8"}
 
     def write(self, name, text):
@@ -100,6 +103,7 @@ def test_rounds(home):
     for what, faults, environment, settings, status, complaints, shows, later in ROUNDS:
         home.meet(faults)
         home.settings.write_text(settings)
+        environment = {name: value.replace("~", str(home.folder)) for name, value in environment.items()}
         found, output, said = home.call(FEED, "--once", **environment)
         assert (found, output) == (status, ""), f"{what}: {found}, {output}, {said}"
         lines = said.splitlines()
@@ -227,8 +231,10 @@ def test_commands(home):
 
 
 def test_pins_at_once(home):
-    """Without a feed each makes its round, or relies on the one that does."""
-    words = [[FEED, "pin", "alarm", "b", "--id", f"b{number}"] for number in range(6)]
+    """Without a feed each makes its round, or relies on the one that does, which here takes long."""
+    home.meet({"eu-south-1": "slow"})
+    home.write(home.settings, SETTINGS.replace("eu-west-1", "eu-south-1"))
+    words = [[FEED, "pin", "alarm", "b", "--region", "us-east-1", "--id", f"b{number}"] for number in range(6)]
     runs = [subprocess.Popen(each, env=home.environment, stdout=subprocess.DEVNULL) for each in words]
     assert [run.wait(60) for run in runs] == [0] * 6
     for file in home.pins, home.alarms.with_name("alarm-pins.json"):
@@ -236,6 +242,8 @@ def test_pins_at_once(home):
 
 
 def test_service(home):
+    home.meet({})
+    home.settings.unlink()
     systemctl = home.write("bin/systemctl", '#!/bin/sh\n[ "$2" = enable ] || echo LANG=C AWS_REGION=r | tr " " "\\n"\n')
     systemctl.chmod(0o700)
     folders = str(systemctl.parent) + ":" + os.environ["PATH"]
