@@ -103,7 +103,7 @@ Result<void> change(const fs::path& file, const std::function<Result<void>(Addit
     auto added = load(file);
     if (!added) return added.fault();
     const Additions before = *added;
-    const auto made = make(*added);
+    auto made = make(*added);
     if (!made || *added == before) return made;
     return system::saveFile(
         file, foundation::toJSON(*added, foundation::JSONWriter::Style::indented) + "\n");

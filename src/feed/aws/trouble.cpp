@@ -98,7 +98,6 @@ Trouble troubleOf(const Refusal& refusal) {
 }
 
 std::string toldOf(const Trouble& trouble, const std::string& action, const std::string& region) {
-    using Kind = Trouble::Kind;
     if (trouble.kind == Kind::mayNot) return "No right to ask for cloudwatch:" + action;
     if (trouble.kind != Kind::unknownKeys) return trouble.words;
     return region + ": not enabled for this account, or a token of the global STS endpoint";
