@@ -85,6 +85,14 @@ std::optional<snapshot::PinsSnapshot<Pin>> fileOf(const std::vector<rounds::Know
 
 std::int64_t nowMs() { return std::llround(foundation::wallClock().seconds * 1000); }
 
+foundation::Result<void> Made::write(const store::Store& store) const {
+    const auto put = [&](const auto& file) {
+        return file ? store.write(*file) : foundation::Result<void>{};
+    };
+    return put(alarms).andThen(
+        [&] { return put(alarmPins).andThen([&] { return put(metricPins); }); });
+}
+
 Asker::Asker(const aws::KeySources& sources, aws::Patience patience)
     : ring_(sources, foundation::wallClock, runWithin(patience.program)),
       client_(untilTheEnd(std::move(patience))) {}
@@ -119,7 +127,30 @@ Made Asker::round(const Plan& plan, const Paths& paths, const Memory& before) {
     made.memory.metricPins = std::move(known.metrics);
     made.outcomes = std::move(outcomes);
     made.calls = questions.count();
+    made.isAsked = !plan.isIdle() && !questions.areInVain();
     return made;
 }
+
+template <class Query>
+std::vector<rounds::Finding<typename rounds::Sought<Query>::Item>> Asker::search(
+    const Surroundings& around, const std::vector<rounds::Place>& places, const Query& query) {
+    const Watched none;
+    Questions questions{ring_, client_, around, none};
+    rounds::Search<Query> search{places, query, questions.forPins()};
+    search.start();
+    client_.run();
+    auto findings = search.findings();
+    for (auto& finding : findings) {
+        const auto remedy = around.remedyOf(finding.place.profile);
+        if (finding.authExpired && !remedy.empty()) *finding.fault += "; " + remedy;
+    }
+    return findings;
+}
+
+template std::vector<rounds::Finding<aws::DescribedAlarm>> Asker::search(
+    const Surroundings&, const std::vector<rounds::Place>&, const aws::AlarmsQuery&);
+template std::vector<rounds::Finding<aws::Metric>> Asker::search(const Surroundings&,
+                                                                 const std::vector<rounds::Place>&,
+                                                                 const aws::MetricsQuery&);
 
 }  // namespace tessary::feed

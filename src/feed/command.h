@@ -12,6 +12,8 @@
 #include <vector>
 
 #include "feed/aws/client.h"
+#include "feed/rounds/search.h"
+#include "feed/settings/settings.h"
 #include "platform/foundation/result.h"
 
 namespace tessary::feed {
@@ -40,7 +42,43 @@ struct StatusCall {
 struct OpenCall {
     std::string url{};
 };
-using Call = std::variant<Information, RoundsCall, StatusCall, OpenCall>;
+struct WatchCall {
+    std::string profile{};  ///< may be empty
+    std::vector<std::string> regions{};
+    bool enable{};
+    Given given{};
+};
+struct UnwatchCall {
+    std::string profile{};
+    std::vector<std::string> regions{};
+    Given given{};
+};
+/// A place has empty words where all will do.
+struct AlarmsCall {
+    std::string text{};
+    rounds::Place where{};
+    bool json{};
+    Given given{};
+};
+struct MetricsCall {
+    std::optional<std::string> namespace_{};
+    std::optional<std::string> name{};
+    rounds::Place where{};
+    bool json{};
+    Given given{};
+};
+struct PinCall {
+    /// What is not said of it is empty.
+    std::variant<settings::AlarmPin, settings::MetricPin> pin{};
+    bool json{};
+    Given given{};
+};
+struct UnpinCall {
+    std::string id{};
+    Given given{};
+};
+using Call = std::variant<Information, RoundsCall, StatusCall, WatchCall, UnwatchCall, AlarmsCall,
+                          MetricsCall, PinCall, UnpinCall, OpenCall>;
 
 /// Without a command the feed runs.
 foundation::Result<Call> parseCall(std::vector<std::string> words);

@@ -8,11 +8,14 @@
 #include "feed/command.h"
 #include "feed/notes.h"
 #include "feed/open.h"
+#include "feed/pinning.h"
 #include "feed/plan.h"
 #include "feed/running.h"
+#include "feed/searching.h"
 #include "feed/signals.h"
 #include "feed/status.h"
 #include "feed/store/store.h"
+#include "feed/watching.h"
 #include "platform/foundation/json_writing.h"
 
 namespace tessary::feed {
@@ -39,7 +42,7 @@ int dryRun(const Paths& paths, const Plan& plan, const aws::KeySources& sources,
     Notes{}.tellTargets(made.memory);
     if (!made.hasFiles()) return complained({whyNothing(plan, paths)}, failed);
     const int status = printed(shown(made));
-    return made.calls > 0 ? status : failed;
+    return made.isAsked ? status : failed;
 }
 
 int perform(const Information& information) { return printed(information.text); }
@@ -63,13 +66,21 @@ int perform(const StatusCall& call) {
     const auto file = memoryFile();
     if (!file) return complained(file.fault(), failed);
     const auto memory = store::remembered(*file);
-    if (call.json) return printed(statusJSON(memory));
-    if (memory.targets.empty())
-        return complained({"nothing is known yet; tessary-widgets-feed --once asks"}, failed);
-    return printed(statusText(memory, nowMs()));
+    const auto around = Surroundings::ofProcess(aws::KeySources::ofEnvironment());
+    if (call.json) return printed(statusJSON(memory, around));
+    if (memory.targets.empty() && memory.alarmPins.empty() && memory.metricPins.empty())
+        return complained({"nothing is known yet; tessary-widgets-feed watch adds a profile"},
+                          failed);
+    return printed(statusText(memory, around, nowMs()));
 }
 
 int perform(const OpenCall& call) { return openLink(call.url); }
+int perform(const WatchCall& call) { return watch(call); }
+int perform(const UnwatchCall& call) { return unwatch(call); }
+int perform(const AlarmsCall& call) { return list(call); }
+int perform(const MetricsCall& call) { return list(call); }
+int perform(const PinCall& call) { return pin(call); }
+int perform(const UnpinCall& call) { return unpin(call); }
 
 }  // namespace
 

@@ -3,6 +3,7 @@
 #include <optional>
 #include <utility>
 
+#include "feed/additions/additions.h"
 #include "platform/system/files.h"
 #include "platform/system/folders.h"
 #include "snapshot/alarms_snapshot.h"
@@ -50,7 +51,8 @@ Result<Paths> Paths::find(const Given& given) {
     return settingsFile(given).andThen([&](const fs::path& toml) {
         return memoryFile().andThen([&](const fs::path& json) {
             return containerOf(given).transform([&](const fs::path& folder) {
-                return Paths{toml, given.settings.has_value(), json, folder};
+                return Paths{toml, given.settings.has_value(), json.parent_path() / "pins.json",
+                             json, folder};
             });
         });
     });
@@ -63,18 +65,21 @@ bool Plan::isIdle() const {
 }
 
 Result<Plan> loadPlan(const Paths& paths, const aws::KeySources& sources) {
-    return loadSettings(paths).andThen([&](settings::Settings settings) {
-        auto around = Surroundings::ofProcess(sources);
-        return watchedOf(settings, around).transform([&](Watched watched) {
-            return Plan{std::move(settings), std::move(around), std::move(watched)};
+    return loadSettings(paths).andThen([&](const settings::Settings& written) {
+        return additions::load(paths.additions).andThen([&](const additions::Additions& added) {
+            auto all = additions::merged(written, added);
+            auto around = Surroundings::ofProcess(sources);
+            return watchedOf(all, around).transform([&](Watched watched) {
+                return Plan{std::move(all), written, std::move(around), std::move(watched)};
+            });
         });
     });
 }
 
 std::string whyNothing(const Plan& plan, const Paths& paths) {
     if (!plan.isIdle()) return "nothing is written before a target has answered";
-    return "nothing is watched: name a profile under [[watch]] in " + paths.settings.string() +
-           ", or set up the AWS tools' own";
+    return "nothing is watched: 'tessary-widgets-feed watch' adds a profile, as [[watch]] in " +
+           paths.settings.string() + " does";
 }
 
 }  // namespace tessary::feed

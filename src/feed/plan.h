@@ -19,6 +19,7 @@ namespace tessary::feed {
 struct Paths {
     std::filesystem::path settings{};
     bool settingsAreGiven{};  ///< those that are not may be missing
+    std::filesystem::path additions{};
     std::filesystem::path memory{};
     std::filesystem::path container{};
 
@@ -32,7 +33,8 @@ struct Paths {
 foundation::Result<std::filesystem::path> memoryFile();
 
 struct Plan {
-    settings::Settings settings{};
+    settings::Settings settings{};  ///< with what was added to them
+    settings::Settings written{};   ///< without
     Surroundings surroundings{};
     Watched watched{};
 
@@ -40,8 +42,8 @@ struct Plan {
     bool isIdle() const;
 };
 
-/// What the settings and the AWS tools' files say now. A fault where they cannot be read or are
-/// wrong; settings that are not there are those that watch nothing.
+/// What the settings, the additions to them and the AWS tools' files say now. A fault where they
+/// cannot be read or are wrong; settings that are not there are those that watch nothing.
 foundation::Result<Plan> loadPlan(const Paths& paths, const aws::KeySources& sources);
 
 /// Why a round brought no file.

@@ -65,7 +65,10 @@ void Questions::ask(const Asked& asked) {
 void Questions::send(const Asked& asked) {
     const auto& [profile, region, action, body] = asked.question;
     const auto keys = ring_.keysOf(asked.profile);
-    if (!keys) return asked.take(replyOf(keys.fault()));
+    if (!keys) {
+        keyless_ += keys.fault().authExpired ? 0 : 1;
+        return asked.take(replyOf(keys.fault()));
+    }
     ++count_;
     client_.call(
         {.url = surroundings_.endpointOf({profile, region}),

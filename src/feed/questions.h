@@ -31,6 +31,8 @@ public:
     rounds::Ask forPins();
     /// How many calls have been made.
     int count() const { return count_; }
+    /// Nobody had keys. One whose sign-in has expired is not meant: what becomes of it is known.
+    bool areInVain() const { return keyless_ > 0 && count_ == 0; }
 
 private:
     struct Asked {
@@ -47,7 +49,7 @@ private:
     aws::Client& client_;
     const Surroundings& surroundings_;
     const Watched& watched_;
-    int count_{};
+    int count_{}, keyless_{};
 };
 
 }  // namespace tessary::feed

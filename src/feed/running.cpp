@@ -36,11 +36,6 @@ Feed::Feed(Paths paths, Plan plan, store::Store store, aws::KeySources sources,
       asker_(sources_, std::move(patience)),
       memory_(store::remembered(paths_.memory)) {}
 
-template <class Snapshot>
-Result<void> Feed::write(const std::optional<Snapshot>& file) const {
-    return file ? store_.write(*file) : Result<void>{};
-}
-
 bool Feed::round() {
     auto made = asker_.round(plan_, paths_, memory_);
     if (EndSignals::came()) return false;  // what was cut off tells nothing of the targets
@@ -48,14 +43,12 @@ bool Feed::round() {
     memory_ = made.memory;
     notes_.tellTargets(memory_);
     notes_.tellFault("watched", plan_.isIdle() ? whyNothing(plan_, paths_) : "");
-    const auto written = write(made.alarms).andThen([&] {
-        return write(made.alarmPins).andThen([&] { return write(made.metricPins); });
-    });
+    const auto written = made.write(store_);
     notes_.tellFault("file", faultOf(written));
     notes_.tellFault("memory", faultOf(store_.remember(memory_)));
     if (!made.alarms && made.calls > 0)
         notes_.tellFault("nothing written", whyNothing(plan_, paths_));
-    return made.hasFiles() && written && made.calls > 0;
+    return made.hasFiles() && written && made.isAsked;
 }
 
 /// What was said is remembered even where nobody wants to hear it.
@@ -67,7 +60,8 @@ void Feed::tell(Made& made) {
 }
 
 void Feed::runUntilEnd(const EndSignals& end) {
-    system::PathWatch watch{{paths_.settings, sources_.config, sources_.credentials}};
+    system::PathWatch watch{
+        {paths_.settings, paths_.additions, sources_.config, sources_.credentials}};
     reload();  // what has changed since it was read
     constexpr double mostJitter = 0.1;
     rounds::Schedule schedule{signs::wakefulSeconds() + aws::anyShare() * mostJitter * interval()};

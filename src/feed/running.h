@@ -5,9 +5,6 @@
 //     feed.runUntilEnd(EndSignals{});          // every interval, and where the settings change
 #pragma once
 
-#include <optional>
-#include <string>
-
 #include "feed/asker.h"
 #include "feed/notes.h"
 #include "feed/outside.h"
@@ -24,14 +21,12 @@ public:
     Feed(Paths paths, Plan plan, store::Store store, aws::KeySources sources,
          aws::Patience patience = {});
 
-    /// Whether some target was asked, and a file written.
+    /// Whether a file was written, and something asked or known to wait for a sign-in.
     bool round();
 
     void runUntilEnd(const EndSignals& end);
 
 private:
-    template <class Snapshot>
-    foundation::Result<void> write(const std::optional<Snapshot>& file) const;
     double interval() const { return static_cast<double>(plan_.settings.interval); }
     void tell(Made& made);
     bool reload();

@@ -9,12 +9,12 @@
 #
 #     {"keys": {"AKIDEXAMPLE": {"secret": "s", "token": "t", "fault": "expired"}},
 #      "regions": {"us-east-1": {"MetricAlarms": [], "CompositeAlarms": [], "Metrics": [
-#          {"Namespace": "n", "MetricName": "m", "Dimensions": [], "Unit": "Percent", "Values": [[0, 1.5]]},
+#          {"Namespace": "n", "MetricName": "m", "Dimensions": [], "Unit": "Percent", "Values": [[0, 1.5]], "Old": true},
 #          {"Expression": "a / b", "Values": [[0, 1.5]]}]}},
 #      "faults": {"us-east-1": "throttled", "eu-west-1": ["hang", ""]},
 #      "page": 500, "skew": 0}
 #
-# A metric's values are those of every statistic. A fault, of REFUSALS or FAULTS, is for ever; a list
+# A metric's values are those of every statistic; an old one was not told in the last three hours. A fault, of REFUSALS or FAULTS, is for ever; a list
 # has one for each request from when it was first seen. "skew" is how many seconds the clock is ahead.
 # CERTIFICATE is written: what to trust.
 import contextlib
@@ -150,6 +150,7 @@ def metrics_of(region, asked):
 def list_metrics(region, asked):
     names = "Namespace", "MetricName", "Dimensions"
     named = [each for each in metrics_of(region, asked) if "MetricName" in each]
+    named = [each for each in named if not ("RecentlyActive" in asked and each.get("Old"))]
     found, rest = page(named, asked, region["page"])
     return {"Metrics": [{name: each[name] for name in names} for each in found]} | rest
 

@@ -32,7 +32,7 @@ REGIONS = {
         "MetricAlarms": [ALARM | {"AlarmName": name} for name in ('a "<&\n', "b", "TargetTracking-c")],
         "Metrics": [CPU],
     },
-    "eu-west-1": {"CompositeAlarms": [ALARM | {"AlarmName": "é" * 255}]},
+    "eu-west-1": {"CompositeAlarms": [ALARM | {"AlarmName": "é" * 255}, ALARM | {"AlarmName": "--odd", "StateValue": "OK"}]},
     "eu-south-1": {},
     "ap-south-1": {"MetricAlarms": [ALARM | {"AlarmName": f"a{i:04}"} for i in range(1000)]},
 }
@@ -65,6 +65,7 @@ class Home:
         os.umask(0o022)
         self.folder, self.state, self.said = folder, folder / "state.json", ""
         self.settings = self.write(".config/tessary-widgets/feed.toml", SETTINGS)
+        self.pins = folder / ".local/state/tessary-widgets/pins.json"
         self.alarms, self.memory = folder / WIDGETS / "alarms.json", folder / ".local/state/tessary-widgets/feed.json"
         self.write(".aws/credentials", CREDENTIALS)
         self.write("keys.json", json.dumps(PRINTED))

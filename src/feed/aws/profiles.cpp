@@ -3,21 +3,9 @@
 #include <algorithm>
 #include <map>
 
+#include "feed/aws/shell_words.h"
+
 namespace tessary::aws {
-
-namespace {
-
-constexpr std::string_view plainCharacters =
-    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-./@:+";
-
-/// As a shell takes it for one word.
-std::string quoted(const std::string& word) {
-    std::string result = "'";
-    for (const char c : word) result += c == '\'' ? "'\\''" : std::string{c};
-    return result + "'";
-}
-
-}  // namespace
 
 std::optional<std::string> Profile::setting(const std::string& key) const {
     const auto found = settings.find(key);
@@ -39,8 +27,7 @@ std::string Profile::remedy() const {
     const char* const command = signIn() == SignIn::sso ? "aws sso login"
                                 : isOwn                 ? "aws sts get-caller-identity"
                                                         : "aws configure";
-    const bool isPlain = !name.empty() && name.find_first_not_of(plainCharacters) == name.npos;
-    return command + (" --profile " + (isPlain ? name : quoted(name)));
+    return command + (" --profile " + shellWord(name));
 }
 
 std::optional<std::string> Profile::signInKey() const {

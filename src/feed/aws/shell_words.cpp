@@ -32,4 +32,13 @@ std::optional<std::vector<std::string>> shellWords(std::string_view line) {
     return quote == '\0' ? std::optional{words} : std::nullopt;
 }
 
+std::string shellWord(const std::string& word) {
+    constexpr std::string_view plain =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-./@:+=";
+    if (!word.empty() && word.find_first_not_of(plain) == word.npos) return word;
+    std::string result = "'";
+    for (const char c : word) result += c == '\'' ? "'\\''" : std::string{c};
+    return result + "'";
+}
+
 }  // namespace tessary::aws

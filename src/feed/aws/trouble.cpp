@@ -99,4 +99,10 @@ Trouble troubleOf(const Refusal& refusal) {
     return {kind, foundation::visible(words, longestWords)};
 }
 
+std::string toldOf(const Trouble& trouble, const std::string& action, const std::string& region) {
+    if (trouble.kind == Kind::mayNot) return "No right to ask for cloudwatch:" + action;
+    if (trouble.kind != Kind::unknownKeys) return trouble.words;
+    return region + ": not enabled for this account, or a token of the global STS endpoint";
+}
+
 }  // namespace tessary::aws

@@ -40,6 +40,10 @@ Refusal refusalOf(int status, std::string_view body);
 /// Of a refusal.
 Trouble troubleOf(const Refusal& refusal);
 
+/// What a person is told of an action that was refused in a region, where the keys are taken
+/// elsewhere.
+std::string toldOf(const Trouble& trouble, const std::string& action, const std::string& region);
+
 }  // namespace tessary::aws
 
 template <>

@@ -81,11 +81,10 @@ Outcome AlarmsRound::outcomeOf(const State& state) const {
     if (!state.end) return Failed{"no answer"};
     if (const auto* answer = std::get_if<Answered>(&*state.end)) return *answer;
     if (const auto* expired = std::get_if<SignInExpired>(&*state.end)) return *expired;
-    const auto& [kind, words] = std::get<aws::Trouble>(*state.end);
-    if (kind != aws::Trouble::Kind::unknownKeys) return Failed{words};
-    if (!isTaken(state.target.profile)) return SignInExpired{.words = words};
-    return Failed{state.target.region +
-                  ": not enabled for this account, or a token of the global STS endpoint"};
+    const auto& trouble = std::get<aws::Trouble>(*state.end);
+    if (trouble.kind != aws::Trouble::Kind::unknownKeys) return Failed{trouble.words};
+    if (!isTaken(state.target.profile)) return SignInExpired{.words = trouble.words};
+    return Failed{aws::toldOf(trouble, "DescribeAlarms", state.target.region)};
 }
 
 }  // namespace tessary::rounds

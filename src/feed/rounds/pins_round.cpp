@@ -312,13 +312,6 @@ bool PinsRound::isDue(const KnownPin<Pin>& known, const Graph& graph) const {
     return nowMs_ < *known.seriesMs || nowMs_ - *known.seriesMs >= pause - moment;
 }
 
-std::string PinsRound::wordsOf(const Refused& refused, const std::string& region) const {
-    const auto& [kind, words] = refused.trouble;
-    if (kind == Kind::mayNot) return "No right to ask for cloudwatch:" + refused.action;
-    if (kind != Kind::unknownKeys) return words;
-    return region + ": not enabled for this account, or a token of the global STS endpoint";
-}
-
 template <class Pin>
 PinOutcome<Pin> PinsRound::outcomeOf(const State<Pin>& state) const {
     if (!state.end) return Unanswered{"no answer"};
@@ -328,7 +321,8 @@ PinOutcome<Pin> PinsRound::outcomeOf(const State<Pin>& state) const {
     const auto& [kind, words] = refused.trouble;
     const bool isUnknown = kind == Kind::unknownKeys && !taken_.contains(state.known.shown.profile);
     if (isUnknown) return SignInExpired{.words = words};
-    return Unanswered{wordsOf(refused, state.known.shown.region), isLasting(kind)};
+    return Unanswered{toldOf(refused.trouble, refused.action, state.known.shown.region),
+                      isLasting(kind)};
 }
 
 template <class Pin>
@@ -339,10 +333,11 @@ KnownPin<Pin> PinsRound::knownOf(const State<Pin>& state) const {
     }
     auto known = learned(state.known, outcomeOf(state), nowMs_);
     if (!state.withoutPoints) return known;
-    const Kind kind = state.withoutPoints->trouble.kind;
+    const auto& [trouble, action] = *state.withoutPoints;
+    const Kind kind = trouble.kind;
     ++known.seriesFailures;
     if (isLasting(kind) || known.seriesFailures > 1 || !state.known.isSeen)
-        known.seriesFault = wordsOf(*state.withoutPoints, known.shown.region);
+        known.seriesFault = toldOf(trouble, action, known.shown.region);
     known.shown.error = known.seriesFault;
     if (isFinal(kind)) known.seriesMs = nowMs_;
     return known;

@@ -89,7 +89,6 @@ private:
 
     template <class Pin>
     bool isDue(const KnownPin<Pin>& known, const Graph& graph) const;
-    std::string wordsOf(const Refused& refused, const std::string& region) const;
     template <class Pin>
     KnownPin<Pin> knownOf(const State<Pin>& state) const;
     template <class Pin>

@@ -16,6 +16,8 @@ using foundation::visible;
 
 namespace {
 
+constexpr std::int64_t longestPeriod = 86'400;  // seconds
+
 /// What is wrong with a file: the first that was found counts.
 class Faults {
 public:
@@ -124,14 +126,6 @@ private:
     std::string missing_{};
 };
 
-/// The shortest period is one second; those of a minute and more are whole minutes.
-bool isPeriod(std::int64_t seconds) {
-    constexpr std::int64_t minute = 60;
-    const auto isShort = [&](std::int64_t each) { return each == seconds; };
-    return std::ranges::any_of(std::initializer_list<std::int64_t>{1, 5, 10, 20, 30}, isShort) ||
-           (seconds >= minute && seconds % minute == 0);
-}
-
 /// Reads the file's tables into settings.
 class Reader {
 public:
@@ -166,12 +160,11 @@ private:
         table.require("region", pin.region);
         table.require("name", pin.name);
         if (!pin.region.empty()) expectRegion(pin.region, at);
-        if (pin.label.empty()) pin.label = pin.name;
     }
     void readAlarm(Table& table, const Place& at) {
         AlarmPin& pin = settings_.alarms.emplace_back();
         readWhere(table, at, pin);
-        if (pin.id.empty()) pin.id = pin.profile + '/' + pin.region + '/' + pin.name;
+        pin = completed(std::move(pin));
         expectNew(pin.id, alarmIds_, at);
     }
     void readMetric(Table& table, const Place& at) {
@@ -180,19 +173,12 @@ private:
         table.require("namespace", pin.namespace_);
         table.read("dimensions", pin.dimensions);
         table.read("statistic", pin.statistic);
-        table.read("period", pin.period, 1, 86'400);
+        table.read("period", pin.period, 1, longestPeriod);
         if (!isPeriod(pin.period))
             faults_.add(at, "'period' in [[metric]]: expected 1, 5, 10, 20, 30 or whole minutes");
-        if (pin.id.empty()) pin.id = idOf(pin);
+        pin = completed(std::move(pin));
         expectNew(pin.id, metricIds_, at);
     }
-    static std::string idOf(const MetricPin& pin) {
-        std::string id = pin.profile + '/' + pin.region + '/' + pin.namespace_ + '/' + pin.name +
-                         '/' + pin.statistic;
-        for (const auto& [name, value] : pin.dimensions) id += '/' + name + '=' + value;
-        return id;
-    }
-
     void expectRegion(const std::string& word, const Place& at) {
         if (!aws::isRegion(word)) faults_.add(at, "'" + visible(word) + "' is no region");
     }
@@ -206,6 +192,28 @@ private:
 };
 
 }  // namespace
+
+bool isPeriod(std::int64_t seconds) {
+    constexpr std::int64_t minute = 60;
+    const auto isShort = [&](std::int64_t each) { return each == seconds; };
+    return std::ranges::any_of(std::initializer_list<std::int64_t>{1, 5, 10, 20, 30}, isShort) ||
+           (seconds >= minute && seconds <= longestPeriod && seconds % minute == 0);
+}
+
+AlarmPin completed(AlarmPin pin) {
+    if (pin.label.empty()) pin.label = pin.name;
+    if (pin.id.empty()) pin.id = pin.profile + '/' + pin.region + '/' + pin.name;
+    return pin;
+}
+
+MetricPin completed(MetricPin pin) {
+    if (pin.label.empty()) pin.label = pin.name;
+    if (!pin.id.empty()) return pin;
+    pin.id = pin.profile + '/' + pin.region + '/' + pin.namespace_ + '/' + pin.name + '/' +
+             pin.statistic;
+    for (const auto& [name, value] : pin.dimensions) pin.id += '/' + name + '=' + value;
+    return pin;
+}
 
 Result<Settings> parseSettings(std::string_view text, const std::string& file) {
     Faults faults{file};

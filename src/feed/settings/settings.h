@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/foundation/json_decoding.h"
 #include "platform/foundation/result.h"
 
 namespace tessary::settings {
@@ -56,8 +57,46 @@ struct Settings {
     bool operator==(const Settings&) const = default;
 };
 
+/// A statistic may be told for so many seconds: 1, 5, 10, 20, 30 or whole minutes, a day at most.
+bool isPeriod(std::int64_t seconds);
+
+/// With an id and a label made of what the pin names, where it has none.
+AlarmPin completed(AlarmPin pin);
+MetricPin completed(MetricPin pin);
+
 /// A fault names the file, the line, and the nearest known name or what was expected. An id or a
 /// label that is not given is made of what the pin names.
 foundation::Result<Settings> parseSettings(std::string_view text, const std::string& file);
 
 }  // namespace tessary::settings
+
+namespace tessary::foundation {
+
+template <>
+inline constexpr auto fieldsOf<settings::Watch> = std::tuple{
+    Field{"profile", &settings::Watch::profile},
+    Field{"regions", &settings::Watch::regions},
+    Field{"ignore", &settings::Watch::ignore},
+};
+
+template <>
+inline constexpr auto fieldsOf<settings::AlarmPin> = std::tuple{
+    Field{"id", &settings::AlarmPin::id},           Field{"label", &settings::AlarmPin::label},
+    Field{"profile", &settings::AlarmPin::profile}, Field{"region", &settings::AlarmPin::region},
+    Field{"name", &settings::AlarmPin::name},
+};
+
+template <>
+inline constexpr auto fieldsOf<settings::MetricPin> = std::tuple{
+    Field{"id", &settings::MetricPin::id},
+    Field{"label", &settings::MetricPin::label},
+    Field{"profile", &settings::MetricPin::profile},
+    Field{"region", &settings::MetricPin::region},
+    Field{"namespace", &settings::MetricPin::namespace_},
+    Field{"name", &settings::MetricPin::name},
+    Field{"dimensions", &settings::MetricPin::dimensions},
+    Field{"statistic", &settings::MetricPin::statistic},
+    Field{"period", &settings::MetricPin::period},
+};
+
+}  // namespace tessary::foundation

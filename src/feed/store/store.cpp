@@ -16,6 +16,10 @@ using foundation::Result;
 
 namespace {
 
+fs::path folderOf(const fs::path& container) {
+    return (container / snapshot::pathOf("alarms")).parent_path();
+}
+
 /// What a feed left that was killed while it wrote: another process of its number could not put a
 /// new file beside the old one.
 void tidy(const fs::path& folder) {
@@ -32,8 +36,12 @@ void tidy(const fs::path& folder) {
 
 }  // namespace
 
+Fault Store::taken(const fs::path& container) {
+    return {"another feed writes to " + folderOf(container).string()};
+}
+
 Result<Store> Store::open(const fs::path& container, const fs::path& memory) {
-    const fs::path folder = (container / snapshot::pathOf("alarms")).parent_path();
+    const fs::path folder = folderOf(container);
     std::error_code error;
     fs::create_directories(folder, error);
     if (error) return Fault{"cannot make " + folder.string() + ": " + error.message()};
@@ -42,7 +50,7 @@ Result<Store> Store::open(const fs::path& container, const fs::path& memory) {
         tidy(folder);
         return Store{container, memory, std::move(lock)};
     }
-    if (errno == EWOULDBLOCK) return Fault{"another feed writes to " + folder.string()};
+    if (errno == EWOULDBLOCK) return taken(container);
     return Fault{"cannot lock " + folder.string() + ": " + std::system_category().message(errno)};
 }
 

@@ -39,6 +39,9 @@ public:
     static foundation::Result<Store> open(const std::filesystem::path& container,
                                           const std::filesystem::path& memory);
 
+    /// The fault of a container that another feed has.
+    static foundation::Fault taken(const std::filesystem::path& container);
+
     /// Puts a snapshot in its file's place.
     template <class Snapshot>
     foundation::Result<void> write(const Snapshot& snapshot) const {

@@ -239,6 +239,7 @@ struct Maker {
     static void* open(void* record) {
         auto& member = static_cast<Record*>(record)->*std::get<index>(fieldsOf<Record>).member;
         if constexpr (Layers<Member<index>>::isOptional) return &member.emplace();
+        if constexpr (requires { member.clear(); }) member.clear();  // what it holds by default
         return &member;
     }
 

@@ -27,7 +27,7 @@ struct Outer {
     std::int64_t count{};
     bool flag{};
     std::string name{};
-    std::vector<Inner> list{};
+    std::vector<Inner> list{{7, 7}};  ///< a default, which goes
     std::optional<std::int64_t> when{};
     std::optional<Inner> last{};
     std::optional<std::vector<std::string>> tags{};
