@@ -29,7 +29,7 @@ struct Made {
     std::optional<snapshot::MetricPinsSnapshot> metricPins{};
     store::Memory memory{};
     std::vector<rounds::Outcome> outcomes{};  ///< of the targets that are watched
-    int calls{};  ///< that went out
+    int calls{};                              ///< that went out
     /// Not in vain: something was asked, waits for a sign-in, or is not due yet.
     bool isAsked{};
 

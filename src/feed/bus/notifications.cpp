@@ -201,7 +201,7 @@ void Notifications::send(const Entry& entry) {
     auto* const words = call.get();
     ::sd_bus_message_append(words, "susss", application, entry.id, desktopEntry,
                             sending_.title.c_str(), body.c_str());
-    if (abilities_->actions)
+    if (abilities_->actions && !sending_.link.empty())
         ::sd_bus_message_append(words, "as", 2, "default", "Open");
     else
         ::sd_bus_message_append(words, "as", 0);
