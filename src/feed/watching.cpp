@@ -150,7 +150,7 @@ bool tellFiring(const Places& places, Session& session) {
 void tellNext(bool isFeedRunning) {
     if (!isFeedRunning)
         printed("Next: 'tessary-widgets-feed watch --enable' asks every minute from now on\n");
-    printed("Next: 'tessary-widgets-desktop' shows the widgets\n");
+    printed("Next: 'tessary-widgets-desktop --gallery' shows the widgets\n");
 }
 
 int watchIn(Session& session, const WatchCall& call) {
