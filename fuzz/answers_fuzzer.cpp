@@ -4,9 +4,11 @@
 #include <cmath>
 
 #include "feed/aws/alarms.h"
+#include "feed/aws/metrics.h"
 #include "feed/aws/statistics.h"
 #include "feed/aws/trouble.h"
 #include "feed/rounds/graph.h"
+#include "feed/rounds/listing.h"
 #include "feed/rounds/targets.h"
 #include "fuzzer.h"
 #include "platform/foundation/json_writing.h"
@@ -59,6 +61,17 @@ void checkAlarms(std::string_view bytes) {
             "the file that is written is usable", printed);
 }
 
+void checkMetrics(std::string_view bytes) {
+    const auto page = decoded<aws::MetricsPage>(bytes);
+    if (!page || !page->metrics) return;
+    const auto listing =
+        rounds::listed({{.place = {"p", "r"}, .items = *page->metrics}}, settings::Settings{});
+    require(listing.metrics.size() <= page->metrics->size(), "nothing is listed that is not told");
+    for (const auto& metric : listing.metrics)
+        require(metric.id.starts_with("p/r/" + metric.namespace_ + '/' + metric.name),
+                "an id names its metric", metric.id);
+}
+
 void checkSamples(const aws::Samples& samples) {
     const auto& points = samples.points;
     const auto isLater = [](const auto& a, const auto& b) { return a.t >= b.t; };
@@ -80,6 +93,7 @@ void checkRefusal(int status, std::string_view bytes) {
 
 void fuzz(std::string_view bytes) {
     checkAlarms(bytes);
+    checkMetrics(bytes);
     if (const auto answer = decoded<aws::StatisticsAnswer>(bytes))
         for (const char* statistic : {"Average", "Sum", "p99.9"})
             checkSamples(aws::samplesOf(*answer, statistic));
