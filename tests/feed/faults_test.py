@@ -57,6 +57,7 @@ def plain(line):
     """Without what differs: the time, OpenSSL's version, and which of several answers came first."""
     line = line.replace("ExpiredTokenException: The security token included in the request is expired", "the keys have expired")
     line = line.replace("Cut off at the end of the round: No answer", "No answer")
+    line = line.replace("TLS connect error: error:", "OpenSSL: error:")  # as a later libcurl calls it
     return re.sub(r"é+", "é…", re.sub(r"\d+:\d\d", "HH:MM", re.sub(r"OpenSSL/[\d.]+", "OpenSSL", line)))
 
 

@@ -24,7 +24,8 @@ bool setAddress(const char* text) {
 
 /// In a process of its own, which leaves this one's networks for good.
 void join() {
-    if (::unshare(CLONE_NEWUSER | CLONE_NEWNET) != 0) std::_Exit(2);
+    // Whoever is root needs no world of users besides, and gets none in a folder that is its root.
+    if (::unshare(CLONE_NEWUSER | CLONE_NEWNET) != 0 && ::unshare(CLONE_NEWNET) != 0) std::_Exit(2);
     const Network network;
     bool isRight = network.descriptor() >= 0 && !network.hasCome();
     isRight = isRight && setAddress("127.0.0.1") && !network.hasCome();
