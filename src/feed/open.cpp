@@ -19,6 +19,7 @@
 
 namespace tessary::feed {
 
+using aws::Place;
 using links::AlarmLink;
 using links::AlarmsLink;
 using links::Console;
@@ -51,12 +52,12 @@ int show(const Console::Page& page) {
 }
 
 /// Of the alarm that the widget shows first.
-std::optional<links::Place> firstFiring(const Paths& paths) {
+std::optional<Place> firstFiring(const Paths& paths) {
     const auto text = system::readFile(paths.alarms());
     if (!text) return std::nullopt;
     const auto shown = foundation::decodeJSON<snapshot::AlarmsSnapshot>(*text);
     if (!shown || shown->topAlarms.empty()) return std::nullopt;
-    return links::Place{shown->topAlarms.front().profile, shown->topAlarms.front().region};
+    return Place{shown->topAlarms.front().profile, shown->topAlarms.front().region};
 }
 
 /// Finds a link's page by what is watched and pinned now.
@@ -68,7 +69,7 @@ public:
         auto place = firstFiring(paths_);
         const auto& targets = plan_.watched.targets;
         if (!place && targets.empty()) return told(whyNothing(plan_, paths_));
-        if (!place) place = links::Place{targets.front().profile, targets.front().region};
+        if (!place) place = Place{targets.front().profile, targets.front().region};
         return show(console_.alarms(*place));
     }
     int operator()(const AlarmLink& link) const { return show(console_.alarm(link)); }

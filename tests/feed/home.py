@@ -69,7 +69,6 @@ class Home:
         self.alarms, self.memory = folder / WIDGETS / "alarms.json", folder / ".local/state/tessary-widgets/feed.json"
         self.write(".aws/credentials", CREDENTIALS)
         self.write("keys.json", json.dumps(PRINTED))
-        self.write(".netrc", "default login AKIDEXAMPLE password wrong\n")
         for name, script in ("tell", TELL), ("xdg-open", BROWSER):
             self.write("bin/" + name, script).chmod(0o700)
         path = f"{folder}/bin:" + os.environ["PATH"]

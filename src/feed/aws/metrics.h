@@ -18,9 +18,8 @@ struct MetricsQuery {
     std::optional<std::string> namespace_{};
     std::optional<std::string> name{};
     std::optional<std::vector<Dimension>> dimensions{};  ///< at least these
-    std::optional<std::string>
-        recently{};                     ///< "PT3H": told in the last three hours; else two weeks
-    std::optional<std::string> next{};  ///< as the page before said
+    std::optional<std::string> recently{};  ///< "PT3H": in the last three hours; else two weeks
+    std::optional<std::string> next{};      ///< as the page before said
 };
 
 struct MetricsPage {

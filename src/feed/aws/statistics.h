@@ -52,8 +52,8 @@ struct DataQuery {
 /// A part of a series, or all of it.
 struct DataResult {
     std::optional<std::string> id{};  ///< of the query
-    std::optional<std::string>
-        status{};  ///< "Complete", "PartialData", "InternalError", "Forbidden"
+    /// "Complete", "PartialData", "InternalError", "Forbidden"
+    std::optional<std::string> status{};
     std::optional<std::vector<double>> seconds{};
     std::optional<std::vector<Figure>> values{};  ///< as many
 };

@@ -11,6 +11,7 @@
 
 #include <string>
 
+#include "feed/aws/place.h"
 #include "feed/aws/profiles.h"
 #include "feed/links/link.h"
 #include "feed/settings/settings.h"
@@ -18,10 +19,7 @@
 
 namespace tessary::links {
 
-struct Place {
-    std::string profile{};
-    std::string region{};
-};
+using aws::Place;
 
 class Console {
 public:

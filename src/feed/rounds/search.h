@@ -12,16 +12,12 @@
 
 #include "feed/aws/alarms.h"
 #include "feed/aws/metrics.h"
+#include "feed/aws/place.h"
 #include "feed/rounds/pins_round.h"
 
 namespace tessary::rounds {
 
-/// Where is looked.
-struct Place {
-    std::string profile{};
-    std::string region{};
-    bool operator==(const Place&) const = default;
-};
+using aws::Place;
 
 /// What a query brings.
 template <class Query>
